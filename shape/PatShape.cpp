@@ -1,0 +1,523 @@
+#include "shape/PatShape.h"
+
+#include "shape/Numeric.h"
+#include "shape/ShapeSurface.h"
+
+#include <QPolygon>
+#include <QRegion>
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::int32_t HandleReach = 4;
+
+QRect ToQRect(const ShapeRect& r) { return r.toQRect(); }
+
+QRegion RectRegion(const ShapeRect& r) { return QRegion(ToQRect(r)); }
+
+ShapeRect Shrink(const ShapeRect& r, std::int32_t by)
+{
+    return {r.left + by, r.top + by, r.right - by, r.bottom - by};
+}
+
+bool Intersect(const ShapeRect& a, const ShapeRect& b, ShapeRect& out)
+{
+    out = {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+           std::min(a.bottom, b.bottom)};
+    return out.left < out.right && out.top < out.bottom;
+}
+
+QString Escaped(QString s) { return s.replace(QLatin1Char('\''), QLatin1String("\\'")); }
+
+const QChar Q = QLatin1Char('"');
+
+} // namespace
+
+// ---- construction ----------------------------------------------------------------
+
+void PatShape::SetInfo(ShapeSurface* ThePicBox, std::int32_t TheShapeColor,
+                       std::int16_t TheShapeType, double TheZoomLevel, std::int32_t x,
+                       std::int32_t y)
+{
+    m_picBoxDC = ThePicBox;
+    ShapeColor = TheShapeColor;
+    m_lastLineX = -1;
+    m_lastLineY = -1;
+    URL = QStringLiteral("http://");
+    m_shapeZoom = TheZoomLevel;
+    if (TheShapeType == Circle || TheShapeType == Rectangle) {
+        m_shapeKind = TheShapeType;
+        m_points.assign(4, ShapePoint{x, y});
+        ShapeBuildingFinished = true;
+    } else if (TheShapeType == Polygon) {
+        m_shapeKind = Polygon;
+    }
+}
+
+void PatShape::AddPointToShape(std::int32_t x, std::int32_t y)
+{
+    const ShapePoint first = m_pointCount != 0 ? m_points.at(0) : ShapePoint{-10, -10};
+    if (IsNearVertex({x, y}, first) && m_pointCount > 2) {
+        ShapeBuildingFinished = true;
+        const ShapePoint last = m_points.at(static_cast<std::size_t>(m_pointCount - 1));
+        Invalidate(BoundingRect({last, {m_lastLineX, m_lastLineY}}, true));
+        RepaintNow();
+    } else {
+        m_points.resize(static_cast<std::size_t>(m_pointCount) + 1);
+        m_points.back() = {x, y};
+        m_pointCount = ToInt16(static_cast<std::int64_t>(m_pointCount) + 1);
+    }
+    m_beingWorked = true;
+    DrawShape();
+}
+
+void PatShape::ResetInfo(std::int16_t TheShapeType, bool IsFinished, std::int32_t TheColor,
+                         const QString& TheURL, const QString& TheComment,
+                         const QString& TheTarget, const QString& TheStatusString,
+                         std::int16_t TheAlertBox, const QString& TheAlertBoxString)
+{
+    m_shapeKind = TheShapeType;
+    ShapeBuildingFinished = IsFinished;
+    ShapeColor = TheColor;
+    URL = TheURL;
+    Comment = TheComment;
+    Target = TheTarget;
+    StatusString = TheStatusString;
+    AlertBox = TheAlertBox;
+    AlertString = TheAlertBoxString;
+}
+
+void PatShape::ResetPoints(std::int16_t PCount)
+{
+    if (PCount < -1)
+        throw IndexOutOfRangeError();
+    m_points.assign(static_cast<std::size_t>(PCount + 1), ShapePoint{});
+}
+
+void PatShape::CheckIndex(std::int16_t Index) const
+{
+    if (Index < 0 || static_cast<std::size_t>(Index) >= m_points.size())
+        throw IndexOutOfRangeError();
+}
+
+void PatShape::SetPoint(std::int16_t Index, std::int32_t x, std::int32_t y)
+{
+    CheckIndex(Index);
+    m_points[static_cast<std::size_t>(Index)] = {x, y};
+}
+
+void PatShape::GetPoint(std::int16_t Index, std::int32_t& x, std::int32_t& y) const
+{
+    const ShapePoint p = GetPoint(Index);
+    x = p.x;
+    y = p.y;
+}
+
+ShapePoint PatShape::GetPoint(std::int16_t Index) const
+{
+    CheckIndex(Index);
+    return m_points[static_cast<std::size_t>(Index)];
+}
+
+void PatShape::SetOpenGeneralInfo(ShapeSurface* ThePicBox, double NewZoomLevel)
+{
+    m_picBoxDC = ThePicBox;
+    m_shapeZoom = NewZoomLevel;
+    m_lastLineX = -1;
+    m_lastLineY = -1;
+}
+
+void PatShape::MakeACopy(PatShape& Copyshape) const
+{
+    const ShapeRect box = BoundingRect(m_points, false);
+    Copyshape.ResetInfo(static_cast<std::int16_t>(m_shapeKind), true, ShapeColor, URL, Comment,
+                        Target, StatusString, AlertBox, AlertString);
+    Copyshape.ResetPoints(ToInt16(static_cast<std::int64_t>(m_points.size()) - 1));
+    for (std::size_t i = 0; i < m_points.size(); ++i)
+        Copyshape.m_points[i] = {m_points[i].x - box.left, m_points[i].y - box.top};
+}
+
+// ---- queries ---------------------------------------------------------------------
+
+std::int16_t PatShape::NumOfPoints() const
+{
+    if (m_points.empty())
+        return 0;
+    return static_cast<std::int16_t>(std::min<std::size_t>(m_points.size() - 1, 32767));
+}
+
+void PatShape::GetLastPoint(std::int32_t& LastX, std::int32_t& LastY) const
+{
+    if (m_points.empty())
+        throw IndexOutOfRangeError();
+    LastX = m_points.back().x;
+    LastY = m_points.back().y;
+}
+
+void PatShape::TopAndLeftOfShape(std::int32_t& LeftX, std::int32_t& TopY) const
+{
+    if (m_points.empty())
+        throw IndexOutOfRangeError();
+    const ShapeRect box = BoundingRect(m_points, false);
+    LeftX = box.left;
+    TopY = box.top;
+}
+
+void PatShape::CircleGeometry(std::int32_t& cx, std::int32_t& cy, std::int32_t& radius) const
+{
+    const ShapeRect b = BoundingRect(m_points, false);
+    const std::int64_t w = static_cast<std::int64_t>(b.right) - b.left;
+    const std::int64_t h = static_cast<std::int64_t>(b.bottom) - b.top;
+    const double d = static_cast<double>(w <= h ? w : h);
+    radius = RoundToInt32(d / 2.0);
+    cx = RoundToInt32((2.0 * b.left + d) / 2.0);
+    cy = RoundToInt32((2.0 * b.top + d) / 2.0);
+}
+
+ShapeRect PatShape::PaintBounds() const
+{
+    if (m_points.empty())
+        return {0, 0, -1, -1};
+    const ShapeRect b = BoundingRect(m_points, false);
+    return {b.left - HandleReach - 1, b.top - HandleReach - 1, b.right + HandleReach + 1,
+            b.bottom + HandleReach + 1};
+}
+
+// ---- geometry --------------------------------------------------------------------
+
+void PatShape::MorphTo(std::int16_t NewType)
+{
+    m_shapeKind = ToShapeKind(NewType);
+    if (m_points.empty())
+        return;
+    Invalidate(BoundingRect(m_points, true));
+    for (const ShapePoint& p : m_points)
+        Invalidate(HandleRect(p));
+    const ShapeRect b = BoundingRect(m_points, false);
+    if (m_shapeKind == Rectangle || m_shapeKind == Circle)
+        m_points = {{b.left, b.top}, {b.right, b.top}, {b.right, b.bottom}, {b.left, b.bottom}};
+    RepaintNow();
+    DrawShape();
+}
+
+void PatShape::ResetPointsToZoom(double NewZoomLevel)
+{
+    if (m_shapeZoom == 0.0)
+        throw DivisionByZeroError();
+    // Convert all first so that an overflow leaves the points as they were.
+    std::vector<ShapePoint> scaled(m_points.size());
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+        scaled[i].x = RoundToInt32((m_points[i].x / m_shapeZoom) * NewZoomLevel);
+        scaled[i].y = RoundToInt32((m_points[i].y / m_shapeZoom) * NewZoomLevel);
+    }
+    m_points = std::move(scaled);
+    m_shapeZoom = NewZoomLevel;
+}
+
+QString PatShape::GenerateHTML()
+{
+    const double previousZoom = m_shapeZoom;
+    ResetPointsToZoom(1.0);
+
+    QString html;
+    html.reserve(96 + URL.size() + Comment.size() + Target.size() + StatusString.size() +
+                 AlertString.size() + static_cast<int>(m_points.size()) * 10);
+    const ShapeRect b = BoundingRect(m_points, false);
+    switch (m_shapeKind) {
+    case Rectangle:
+        html += QLatin1String("<area shape=") + Q + QLatin1String("rect") + Q +
+                QLatin1String(" coords=") + Q + QString::number(b.left) + QLatin1Char(',') +
+                QString::number(b.top) + QLatin1Char(',') + QString::number(b.right) +
+                QLatin1Char(',') + QString::number(b.bottom) + Q;
+        break;
+    case Circle: {
+        std::int32_t cx = 0, cy = 0, r = 0;
+        CircleGeometry(cx, cy, r);
+        html += QLatin1String("<area shape=") + Q + QLatin1String("circle") + Q +
+                QLatin1String(" coords=") + Q + QString::number(cx) + QLatin1Char(',') +
+                QString::number(cy) + QLatin1Char(',') + QString::number(r) + Q;
+        break;
+    }
+    case Polygon:
+        html += QLatin1String("<area shape=") + Q + QLatin1String("poly") + Q +
+                QLatin1String(" coords=") + Q;
+        for (const ShapePoint& p : m_points) {
+            html += QString::number(p.x) + QLatin1Char(',') + QString::number(p.y) +
+                    QLatin1Char(',');
+        }
+        html += Q;
+        break;
+    default:
+        break;
+    }
+    html += QLatin1String(" href=") + Q + (URL.trimmed().isEmpty() ? QStringLiteral("#") : URL) +
+            Q;
+    if (!Comment.trimmed().isEmpty())
+        html += QLatin1String(" alt=") + Q + Comment + Q;
+    if (!Target.trimmed().isEmpty())
+        html += QLatin1String(" target=") + Q + Target + Q;
+    if (!StatusString.trimmed().isEmpty()) {
+        html += QLatin1String(" OnFocus=") + Q + QLatin1String("window.status='") +
+                Escaped(StatusString) + QLatin1Char('\'') + Q + QLatin1String(" OnBlur=") + Q +
+                QLatin1String("window.status=''") + Q;
+    }
+    if (AlertBox != 0 && !AlertString.isEmpty()) {
+        html += QLatin1String(" OnClick=") + Q + QLatin1String("javascript:alert('") +
+                Escaped(AlertString) + QLatin1String("')") + Q;
+    }
+    html += QLatin1Char('>');
+
+    ResetPointsToZoom(previousZoom);
+    return html;
+}
+
+// ---- hit-testing and editing -----------------------------------------------------
+
+std::int16_t PatShape::IsCursorOnShape(std::int32_t x, std::int32_t y) const
+{
+    const ShapePoint p{x, y};
+    // Far from the shape and its handles: nothing to test (keeps picks on big maps cheap).
+    if (m_points.empty() || !IsPointInRect(p, PaintBounds()))
+        return -2;
+    std::int16_t result = -2;
+    if (m_points.size() >= 3) {
+        QPolygon polygon(static_cast<int>(m_points.size()));
+        for (std::size_t i = 0; i < m_points.size(); ++i)
+            polygon.setPoint(static_cast<int>(i), m_points[i].x, m_points[i].y);
+        if (polygon.containsPoint(QPoint(x, y), Qt::OddEvenFill))
+            result = -1;
+    }
+    const std::size_t limit = std::min<std::size_t>(m_points.size(), 32768);
+    for (std::size_t i = 0; i < limit; ++i) {
+        if (IsNearVertex(p, m_points[i]))
+            return static_cast<std::int16_t>(i);
+    }
+    return result;
+}
+
+void PatShape::MoveShape(std::int32_t x, std::int32_t y, bool UsingGrid, std::int32_t SnapX,
+                         std::int32_t SnapY)
+{
+    if (m_lastLineX == -1 || m_lastLineY == -1) {
+        m_lastLineX = x;
+        m_lastLineY = y;
+        return;
+    }
+    if (m_points.empty())
+        throw IndexOutOfRangeError();
+    const ShapeRect oldBox = BoundingRect(m_points, false);
+    std::int16_t dx = 0;
+    std::int16_t dy = 0;
+    if (UsingGrid) {
+        dx = ToInt16(static_cast<std::int64_t>(x) + SnapX - oldBox.left);
+        dy = ToInt16(static_cast<std::int64_t>(y) + SnapY - oldBox.top);
+    } else {
+        dx = ToInt16(static_cast<std::int64_t>(x) - m_lastLineX);
+        dy = ToInt16(static_cast<std::int64_t>(y) - m_lastLineY);
+    }
+
+    const ShapeRect oldInflated = BoundingRect(m_points, true);
+    std::vector<ShapePoint> moved = m_points;
+    for (ShapePoint& p : moved) {
+        p.x = ToInt32(static_cast<std::int64_t>(p.x) + dx);
+        p.y = ToInt32(static_cast<std::int64_t>(p.y) + dy);
+    }
+    const ShapeRect newInflated = BoundingRect(moved, true);
+
+    if (m_shapeKind == Polygon) {
+        QRegion old = RectRegion(oldInflated);
+        for (const ShapePoint& p : m_points)
+            old += RectRegion(HandleRect(p));
+        InvalidateRegion(old);
+        m_points = std::move(moved);
+        InvalidateRegion(RectRegion(newInflated));
+    } else {
+        Invalidate(oldInflated);
+        std::vector<ShapeRect> oldHandles;
+        for (const ShapePoint& p : m_points)
+            oldHandles.push_back(HandleRect(p));
+        m_points = std::move(moved);
+        if (m_shapeKind == Rectangle) {
+            ShapeRect common;
+            if (Intersect(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false),
+                          common))
+                Validate(Shrink(common, 2));
+        } else {
+            const ShapeRect a = Shrink(NormalizeRect(oldInflated, true), 2);
+            const ShapeRect b = Shrink(NormalizeRect(newInflated, true), 2);
+            const QRegion ea(ToQRect(a), QRegion::Ellipse);
+            const QRegion eb(ToQRect(b), QRegion::Ellipse);
+            const QRegion common = ea.intersected(eb);
+            if (!common.isEmpty())
+                ValidateRegion(common);
+        }
+        for (const ShapeRect& h : oldHandles)
+            Invalidate(h);
+    }
+    RepaintNow();
+    DrawShape();
+    m_lastLineX = x;
+    m_lastLineY = y;
+}
+
+void PatShape::MoveVertex(std::int16_t VertexToMove, std::int32_t x, std::int32_t y)
+{
+    CheckIndex(VertexToMove);
+    const std::int32_t v = VertexToMove;
+    const bool polygon = m_shapeKind == Polygon;
+    const std::int32_t count = polygon ? static_cast<std::int32_t>(m_points.size()) : 4;
+    if (!polygon && m_points.size() != 4)
+        throw IndexOutOfRangeError();
+    if (v >= count)
+        throw IndexOutOfRangeError();
+    const auto at = [&](std::int32_t i) -> ShapePoint& {
+        return m_points[static_cast<std::size_t>(((i % count) + count) % count)];
+    };
+    const std::int32_t prev = ((v - 1) % count + count) % count;
+    const std::int32_t next = (v + 1) % count;
+
+    Invalidate(HandleRect(m_points[static_cast<std::size_t>(v)]));
+    const ShapeRect oldInflated = BoundingRect(m_points, true);
+    if (polygon) {
+        ShapeRect area = BoundingRect({at(prev), at(v), at(next)}, false);
+        area = {area.left - HandleReach - 1, area.top - HandleReach - 1,
+                area.right + HandleReach + 1, area.bottom + HandleReach + 1};
+        Invalidate(area);
+        at(v) = {x, y};
+    } else {
+        at(v) = {x, y};
+        const ShapePoint o = at(v + 2);
+        if (v % 2 == 1) {
+            at(v - 1) = {o.x, y};
+            at(v + 1) = {x, o.y};
+        } else {
+            at(v + 1) = {o.x, y};
+            at(v - 1) = {x, o.y};
+        }
+    }
+    const ShapeRect newInflated = BoundingRect(m_points, true);
+    QRegion both = RectRegion(oldInflated);
+    both += RectRegion(newInflated);
+    InvalidateRegion(both);
+    ShapeRect common;
+    if (Intersect(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false), common))
+        Validate(Shrink(common, 2));
+    Invalidate(HandleRect(at(v)));
+    Invalidate(HandleRect(at(prev)));
+    Invalidate(HandleRect(at(next)));
+    RepaintNow();
+    DrawShape();
+}
+
+void PatShape::ResetForNextMove()
+{
+    m_lastLineX = -1;
+    m_lastLineY = -1;
+}
+
+// ---- drawing requests ------------------------------------------------------------
+
+void PatShape::DrawShape()
+{
+    if (m_picBoxDC == nullptr || m_points.empty())
+        return;
+    m_picBoxDC->InvalidateRect(PaintBounds());
+    m_picBoxDC->RepaintNow();
+}
+
+void PatShape::DrawLine(std::int32_t X1, std::int32_t Y1, std::int32_t X2, std::int32_t Y2)
+{
+    Invalidate(BoundingRect({{X1, Y1}, {m_lastLineX, m_lastLineY}}, true));
+    RepaintNow();
+    m_lastLineX = X2;
+    m_lastLineY = Y2;
+    Invalidate(BoundingRect({{X1, Y1}, {X2, Y2}}, true));
+    RepaintNow();
+}
+
+// ---- helpers ---------------------------------------------------------------------
+
+ShapeRect PatShape::BoundingRect(const std::vector<ShapePoint>& points, bool Inflate)
+{
+    ShapeRect r{100000, 100000, -1, -1};
+    for (const ShapePoint& p : points) {
+        r.left = std::min(r.left, p.x);
+        r.top = std::min(r.top, p.y);
+        r.right = std::max(r.right, p.x);
+        r.bottom = std::max(r.bottom, p.y);
+    }
+    if (Inflate)
+        r = {r.left - 1, r.top - 1, r.right + 1, r.bottom + 1};
+    return r;
+}
+
+ShapeRect PatShape::HandleRect(const ShapePoint& p)
+{
+    return {p.x - HandleReach, p.y - HandleReach, p.x + HandleReach, p.y + HandleReach};
+}
+
+bool PatShape::IsPointInRect(const ShapePoint& p, const ShapeRect& r)
+{
+    return r.left <= p.x && p.x <= r.right && r.top <= p.y && p.y <= r.bottom;
+}
+
+bool PatShape::IsNearVertex(const ShapePoint& p, const ShapePoint& vertex)
+{
+    return IsPointInRect(p, HandleRect(vertex));
+}
+
+std::int32_t PatShape::ToShapeKind(std::int16_t value)
+{
+    return (value == Rectangle || value == Polygon) ? value : std::int32_t{Circle};
+}
+
+ShapeRect PatShape::NormalizeRect(ShapeRect r, bool MakeSquare)
+{
+    if (r.left > r.right) {
+        const std::int16_t t = ToInt16(r.left);
+        r.left = r.right;
+        r.right = t;
+    }
+    if (r.top > r.bottom) {
+        const std::int16_t t = ToInt16(r.top);
+        r.top = r.bottom;
+        r.bottom = t;
+    }
+    if (MakeSquare) {
+        const std::int32_t s = std::min(r.right - r.left, r.bottom - r.top);
+        r.right = r.left + s;
+        r.bottom = r.top + s;
+    }
+    return r;
+}
+
+void PatShape::Invalidate(const ShapeRect& r) const
+{
+    if (m_picBoxDC != nullptr)
+        m_picBoxDC->InvalidateRect(r);
+}
+
+void PatShape::InvalidateRegion(const QRegion& r) const
+{
+    if (m_picBoxDC != nullptr)
+        m_picBoxDC->InvalidateRegion(r);
+}
+
+void PatShape::Validate(const ShapeRect& r) const
+{
+    if (m_picBoxDC != nullptr)
+        m_picBoxDC->ValidateRect(r);
+}
+
+void PatShape::ValidateRegion(const QRegion& r) const
+{
+    if (m_picBoxDC != nullptr)
+        m_picBoxDC->ValidateRegion(r);
+}
+
+void PatShape::RepaintNow() const
+{
+    if (m_picBoxDC != nullptr)
+        m_picBoxDC->RepaintNow();
+}

@@ -1,0 +1,81 @@
+#include "shape/ShapePainter.h"
+
+#include "shape/PatShape.h"
+
+#include <QPainter>
+#include <QPolygon>
+#include <algorithm>
+
+namespace {
+
+QPolygon ToPolygon(const std::vector<ShapePoint>& points)
+{
+    QPolygon polygon(static_cast<int>(points.size()));
+    for (std::size_t i = 0; i < points.size(); ++i)
+        polygon.setPoint(static_cast<int>(i), points[i].x, points[i].y);
+    return polygon;
+}
+
+} // namespace
+
+QColor ShapePainter::ToQColor(std::int32_t colour)
+{
+    return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
+}
+
+void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape)
+{
+    const auto& points = shape.Points();
+    if (points.empty())
+        return;
+    const QColor colour = ToQColor(shape.ShapeColor);
+    const QPen solid(colour, 0, Qt::SolidLine);
+    const QBrush hatch(colour, Qt::DiagCrossPattern);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    if (shape.GetShapeType() == Circle) {
+        const ShapeRect b = PatShape::BoundingRect(points, false);
+        painter.setPen(QPen(colour, 0, Qt::DashLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(b.left, b.top, b.right - b.left, b.bottom - b.top);
+        const int d = std::min(b.right - b.left, b.bottom - b.top);
+        painter.setPen(solid);
+        painter.setBrush(hatch);
+        painter.drawEllipse(b.left, b.top, d, d);
+    } else {
+        painter.setPen(solid);
+        painter.setBrush(hatch);
+        const QPolygon polygon = ToPolygon(points);
+        if (shape.ShapeBuildingFinished)
+            painter.drawPolygon(polygon, Qt::OddEvenFill);
+        else
+            painter.drawPolyline(polygon);
+    }
+    painter.restore();
+    DrawHandles(painter, shape);
+}
+
+void ShapePainter::DrawHandles(QPainter& painter, const PatShape& shape)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(Qt::white, 0));
+    painter.setBrush(ToQColor(shape.ShapeColor));
+    for (const ShapePoint& p : shape.Points()) {
+        const ShapeRect h = PatShape::HandleRect(p);
+        painter.drawEllipse(h.left, h.top, h.right - h.left, h.bottom - h.top);
+    }
+    painter.restore();
+}
+
+void ShapePainter::DrawRubberBand(QPainter& painter, const PatShape& shape)
+{
+    if (shape.ShapeBuildingFinished || shape.Points().empty() || shape.LastLineX() == -1 ||
+        shape.LastLineY() == -1)
+        return;
+    const ShapePoint last = shape.Points().back();
+    painter.save();
+    painter.setPen(QPen(ToQColor(shape.ShapeColor), 0));
+    painter.drawLine(last.x, last.y, shape.LastLineX(), shape.LastLineY());
+    painter.restore();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "frame/ModalUi.h"
+
+#include <QList>
+#include <QQueue>
+#include <QString>
+#include <QStringList>
+
+// Records every modal interaction and answers from queues; never blocks.
+// An empty queue answers as a cancel (empty path, No, nullopt).
+class ScriptedModalUi : public ModalUi {
+public:
+    struct Shown {
+        QString text;
+        Icon icon;
+    };
+
+    QList<Shown> messages;
+    QStringList questions;
+    QStringList opened;
+    QStringList prompts;
+
+    QQueue<bool> answers;
+    QQueue<QString> pictures;
+    QQueue<QString> mapsToOpen;
+    QQueue<QString> mapNamesToSave;
+    QQueue<std::optional<QString>> promptAnswers;
+    bool desktopOpens = true;
+
+    void Message(const QString& Text, Icon TheIcon) override { messages.append({Text, TheIcon}); }
+    bool Question(const QString& Text) override
+    {
+        questions.append(Text);
+        return answers.isEmpty() ? false : answers.dequeue();
+    }
+    QString AskForPicture() override { return pictures.isEmpty() ? QString() : pictures.dequeue(); }
+    QString AskForMapToOpen() override
+    {
+        return mapsToOpen.isEmpty() ? QString() : mapsToOpen.dequeue();
+    }
+    QString AskForMapNameToSave() override
+    {
+        return mapNamesToSave.isEmpty() ? QString() : mapNamesToSave.dequeue();
+    }
+    std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
+                                  const QString& Default) override
+    {
+        prompts.append(PromptText + QLatin1Char('|') + Title + QLatin1Char('|') + Default);
+        return promptAnswers.isEmpty() ? std::nullopt : promptAnswers.dequeue();
+    }
+    bool OpenWithDesktop(const QString& FileOrUrl) override
+    {
+        opened.append(FileOrUrl);
+        return desktopOpens;
+    }
+
+    QStringList messageTexts() const
+    {
+        QStringList texts;
+        for (const Shown& m : messages)
+            texts.append(m.text);
+        return texts;
+    }
+};
