@@ -15,6 +15,8 @@ public:
     virtual void Message(const QString& Text, Icon TheIcon) = 0;
     // A Yes/No question titled "Corvane" with the information icon; true for Yes.
     virtual bool Question(const QString& Text) = 0;
+    // The same with the critical icon, for a question before something is thrown away.
+    virtual bool CriticalQuestion(const QString& Text) { return Question(Text); }
     // "Load Picture"; the chosen path, or empty when cancelled.
     virtual QString AskForPicture() = 0;
     // "Open Map"; the chosen path, or empty when cancelled.
