@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+class ModalUi;
+
+// "Test Image Map": the map's test code wrapped in a page next to the program and
+// handed to the desktop's browser.
+class MapTest
+{
+public:
+    static QString BrowserFailureMessage()
+    {
+        return QStringLiteral("There was an error while trying to open the default browser.");
+    }
+    // Code is the map's test form; empty (a map without shapes, already reported)
+    // does nothing. A page that cannot be written ends the test without a message.
+    // Returns the page's path when the page was written.
+    static QString Run(const QString& Code, ModalUi& Ui, const QString& Folder);
+};
