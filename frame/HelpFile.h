@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Where the user manual is and where "Corvane Online" goes.
+class HelpFile
+{
+public:
+    static inline const QString FileName = QStringLiteral("Vantrel Help File.html");
+    static inline const QString OnlineAddress = QStringLiteral("https://vantrel.example.org/");
+    static inline const QString LoadError =
+        QStringLiteral("There was an error while trying to load the file.");
+    static inline const QString BrowserError =
+        QStringLiteral("There was an error while trying to open the default browser.");
+
+    // The places looked in, in order: the program's folder, the installed data folder,
+    // the source tree (a build run in place).
+    static QStringList Candidates();
+    // The first candidate that exists; the first candidate when none does, so the
+    // desktop reports the missing file.
+    static QString Path();
+};
