@@ -1,5 +1,6 @@
 #include "frame/ZoomStep.h"
 
+#include "frame/ZoomRules.h"
 #include "shape/Numeric.h"
 
 namespace {
@@ -15,9 +16,11 @@ ZoomStep::Result Checked(double NewLevel, std::int32_t SWidth, std::int32_t SHei
 
 bool ZoomStep::Fits(double TheLevel, std::int32_t SWidth, std::int32_t SHeight)
 {
-    const std::int64_t width = RoundToInt32(TheLevel * SWidth);
-    const std::int64_t height = RoundToInt32(TheLevel * SHeight);
-    return ToInt32(width * height) <= MaxPixels;
+    // Both sides and their product are 32-bit values: leaving that range is an error.
+    RoundToInt32(TheLevel * SWidth);
+    RoundToInt32(TheLevel * SHeight);
+    ToInt32(ZoomRules::ZoomedPixels(TheLevel, SWidth, SHeight));
+    return ZoomRules::Fits(TheLevel, SWidth, SHeight);
 }
 
 ZoomStep::Result ZoomStep::In(double ZoomLevel, std::int32_t SWidth, std::int32_t SHeight)

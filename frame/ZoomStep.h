@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QString>
 #include <cstdint>
 
 // One step of the View menu's zoom: 0.1 up or down between 1.0 and 2.0, refused when the
@@ -19,13 +18,10 @@ public:
         double NewLevel = 1.0;
     };
 
-    static constexpr std::int32_t MaxPixels = 4000000;
-    static inline const QString TooGreatMessage =
-        QStringLiteral("Zoom level is too great for an image of this size.");
-
     // Throws OverflowError when the zoomed pixel count leaves 32 bits.
     static Result In(double ZoomLevel, std::int32_t SWidth, std::int32_t SHeight);
     static Result Out(double ZoomLevel, std::int32_t SWidth, std::int32_t SHeight);
-    // Whether a picture of SWidth x SHeight may be shown at TheLevel.
+    // Whether a picture of SWidth x SHeight may be shown at TheLevel (ZoomRules), the
+    // pixel count held in 32 bits.
     static bool Fits(double TheLevel, std::int32_t SWidth, std::int32_t SHeight);
 };
