@@ -223,7 +223,15 @@ QString PatShape::GenerateHTML()
     QString html;
     html.reserve(96 + URL.size() + Comment.size() + Target.size() + StatusString.size() +
                  AlertString.size() + static_cast<int>(m_points.size()) * 10);
-    const ShapeRect b = BoundingRect(m_points, false);
+    // The true extent of the points: BoundingRect's starting values would cap
+    // coordinates beyond 100000.
+    ShapeRect b = BoundingRect(m_points, false);
+    if (!m_points.empty()) {
+        b = {m_points.front().x, m_points.front().y, m_points.front().x, m_points.front().y};
+        for (const ShapePoint& p : m_points)
+            b = {std::min(b.left, p.x), std::min(b.top, p.y), std::max(b.right, p.x),
+                 std::max(b.bottom, p.y)};
+    }
     switch (m_shapeKind) {
     case Rectangle:
         html += QLatin1String("<area shape=") + Q + QLatin1String("rect") + Q +
@@ -232,8 +240,12 @@ QString PatShape::GenerateHTML()
                 QLatin1Char(',') + QString::number(b.bottom) + Q;
         break;
     case Circle: {
-        std::int32_t cx = 0, cy = 0, r = 0;
-        CircleGeometry(cx, cy, r);
+        const std::int64_t w = static_cast<std::int64_t>(b.right) - b.left;
+        const std::int64_t h = static_cast<std::int64_t>(b.bottom) - b.top;
+        const double d = static_cast<double>(w <= h ? w : h);
+        const std::int32_t r = RoundToInt32(d / 2.0);
+        const std::int32_t cx = RoundToInt32((2.0 * b.left + d) / 2.0);
+        const std::int32_t cy = RoundToInt32((2.0 * b.top + d) / 2.0);
         html += QLatin1String("<area shape=") + Q + QLatin1String("circle") + Q +
                 QLatin1String(" coords=") + Q + QString::number(cx) + QLatin1Char(',') +
                 QString::number(cy) + QLatin1Char(',') + QString::number(r) + Q;
