@@ -394,7 +394,12 @@ void PatShape::MoveVertex(std::int16_t VertexToMove, std::int32_t x, std::int32_
     const std::int32_t prev = ((v - 1) % count + count) % count;
     const std::int32_t next = (v + 1) % count;
 
-    Invalidate(HandleRect(m_points[static_cast<std::size_t>(v)]));
+    Invalidate(HandleRect(at(v)));
+    if (!polygon) {
+        // The neighbours move with the corner; their old handles stick out of the old box.
+        Invalidate(HandleRect(at(prev)));
+        Invalidate(HandleRect(at(next)));
+    }
     const ShapeRect oldInflated = BoundingRect(m_points, true);
     if (polygon) {
         ShapeRect area = BoundingRect({at(prev), at(v), at(next)}, false);

@@ -87,6 +87,8 @@ private slots:
     void moveVertexKeepsRectangle();
     void moveVertexOfPolygonMovesOnlyThatVertex();
     void moveVertexIndexErrors();
+    void editsRepaintWhereTheShapeWas_data();
+    void editsRepaintWhereTheShapeWas();
 
     // drawing requests
     void drawLineAfterResetErasesFromOrigin();
@@ -769,6 +771,52 @@ void TestPatShape::moveVertexIndexErrors()
     unsized.SetInfo(&surface, 0, Polygon, 1.0, 0, 0);
     QVERIFY_THROWS_EXCEPTION(IndexOutOfRangeError, unsized.MoveVertex(0, 0, 0));
     QVERIFY(surface.calls.empty());
+}
+
+void TestPatShape::editsRepaintWhereTheShapeWas_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("edit"); // 0 move shape, 1 move vertex 0, 2 move vertex 1, 3 morph
+    for (int type : {int(Circle), int(Rectangle), int(Polygon)}) {
+        for (int edit = 0; edit < 4; ++edit)
+            QTest::addRow("type %d edit %d", type, edit) << type << edit;
+    }
+}
+
+// Whatever the edit, every pixel the old drawing covered is repainted, so no piece of
+// an old outline or handle stays on the canvas.
+void TestPatShape::editsRepaintWhereTheShapeWas()
+{
+    QFETCH(int, type);
+    QFETCH(int, edit);
+    RecordingSurface surface;
+    PatShape s = MakeShape(static_cast<std::int16_t>(type), Corners(10, 10, 50, 40), &surface);
+    const QRegion before = DrawnArea(s);
+    s.ResetForNextMove();
+    switch (edit) {
+    case 0:
+        s.MoveShape(0, 0, false, 0, 0);
+        s.MoveShape(12, 9, false, 0, 0);
+        break;
+    case 1:
+        s.MoveVertex(0, 20, 25);
+        break;
+    case 2:
+        s.MoveVertex(1, 35, 18);
+        break;
+    case 3:
+        s.MorphTo(static_cast<std::int16_t>((type + 1) % 3));
+        break;
+    }
+    const QRegion missed = before - surface.everInvalidated();
+    QVERIFY2(missed.isEmpty(), qPrintable(QStringLiteral("not repainted: %1,%2 %3x%4")
+                                              .arg(missed.boundingRect().x())
+                                              .arg(missed.boundingRect().y())
+                                              .arg(missed.boundingRect().width())
+                                              .arg(missed.boundingRect().height())));
+    // The shape's new drawing is repainted last, after everything else.
+    QCOMPARE(surface.log().last(), QStringLiteral("paint"));
+    QVERIFY(surface.everInvalidated().contains(DrawnArea(s).boundingRect()));
 }
 
 // ---- drawing requests ---------------------------------------------------------------
