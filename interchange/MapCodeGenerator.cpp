@@ -2,10 +2,18 @@
 
 #include "frame/Module1.h"
 
+#include <algorithm>
+
 namespace {
 
 const QChar Q = QLatin1Char('"');
 const QLatin1String CRLF("\r\n");
+
+// Only blanks make a field empty, as for the shapes' areas: a tab is content.
+bool IsBlank(const QString& s)
+{
+    return std::all_of(s.begin(), s.end(), [](QChar c) { return c == QLatin1Char(' '); });
+}
 
 QString Escaped(QString s)
 {
@@ -49,15 +57,14 @@ QLatin1String Effect(const char* const (&table)[6], std::int16_t index)
 QString DefaultArea(const MapDocument& d)
 {
     QString html = QLatin1String("<area shape=") + Q + QLatin1String("rect") + Q;
-    html += QLatin1String(" href=") + Q +
-            (d.DefURL.trimmed().isEmpty() ? QStringLiteral("#") : d.DefURL) + Q;
+    html += QLatin1String(" href=") + Q + (IsBlank(d.DefURL) ? QStringLiteral("#") : d.DefURL) + Q;
     html += QLatin1String(" coords=") + Q + QLatin1String("0,0,") + QString::number(d.SWidth) +
             QLatin1Char(',') + QString::number(d.SHeight) + Q;
-    if (!d.DefComment.trimmed().isEmpty())
+    if (!IsBlank(d.DefComment))
         html += QLatin1String(" alt=") + Q + d.DefComment + Q;
-    if (!d.DefTarget.trimmed().isEmpty())
+    if (!IsBlank(d.DefTarget))
         html += QLatin1String(" target=") + Q + d.DefTarget + Q;
-    if (!d.DefStatus.trimmed().isEmpty()) {
+    if (!IsBlank(d.DefStatus)) {
         html += QLatin1String(" OnFocus=") + Q + QLatin1String("window.status='") +
                 Escaped(d.DefStatus) + QLatin1Char('\'') + Q + QLatin1String(" OnBlur=") + Q +
                 QLatin1String("window.status=''") + Q;

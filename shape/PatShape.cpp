@@ -30,6 +30,12 @@ bool Intersect(const ShapeRect& a, const ShapeRect& b, ShapeRect& out)
 
 QString Escaped(QString s) { return s.replace(QLatin1Char('\''), QLatin1String("\\'")); }
 
+// Only blanks count: a tab or a line break in a field is content.
+bool IsBlank(const QString& s)
+{
+    return std::all_of(s.begin(), s.end(), [](QChar c) { return c == QLatin1Char(' '); });
+}
+
 const QChar Q = QLatin1Char('"');
 
 } // namespace
@@ -263,13 +269,12 @@ QString PatShape::GenerateHTML()
     default:
         break;
     }
-    html += QLatin1String(" href=") + Q + (URL.trimmed().isEmpty() ? QStringLiteral("#") : URL) +
-            Q;
-    if (!Comment.trimmed().isEmpty())
+    html += QLatin1String(" href=") + Q + (IsBlank(URL) ? QStringLiteral("#") : URL) + Q;
+    if (!IsBlank(Comment))
         html += QLatin1String(" alt=") + Q + Comment + Q;
-    if (!Target.trimmed().isEmpty())
+    if (!IsBlank(Target))
         html += QLatin1String(" target=") + Q + Target + Q;
-    if (!StatusString.trimmed().isEmpty()) {
+    if (!IsBlank(StatusString)) {
         html += QLatin1String(" OnFocus=") + Q + QLatin1String("window.status='") +
                 Escaped(StatusString) + QLatin1Char('\'') + Q + QLatin1String(" OnBlur=") + Q +
                 QLatin1String("window.status=''") + Q;

@@ -138,9 +138,17 @@ void TestMapCode::areaElement_data()
 
     ShapeSpec blanks = rect;
     blanks.comment = QStringLiteral(" ");
-    blanks.target = QStringLiteral("\t");
+    blanks.target = QStringLiteral("   ");
     blanks.status = QStringLiteral("  ");
     QTest::newRow("blank comment, target and status are left out") << blanks << RectArea;
+
+    ShapeSpec tab = rect;
+    tab.url = QStringLiteral("\t");
+    tab.target = QStringLiteral("\t");
+    QTest::newRow("a tab is not a blank")
+        << tab
+        << QStringLiteral("<area shape=\"rect\" coords=\"10,20,30,40\" href=\"\t\" "
+                          "target=\"\t\">");
 
     ShapeSpec alertOff = rect;
     alertOff.alert = QStringLiteral("hello");
@@ -380,6 +388,14 @@ void TestMapCode::defaultArea_data()
         << ""
         << " "
         << "" << 1 << QStringLiteral("<area shape=\"rect\" href=\"#\" coords=\"0,0,200,100\">");
+    QTest::newRow("tab url and target are content")
+        << "\t"
+        << ""
+        << "\t"
+        << ""
+        << "" << 0
+        << QStringLiteral("<area shape=\"rect\" href=\"\t\" coords=\"0,0,200,100\" "
+                          "target=\"\t\">");
 }
 
 void TestMapCode::defaultArea()

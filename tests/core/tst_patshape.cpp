@@ -496,6 +496,10 @@ void TestPatShape::generateHtml_data()
     QTest::newRow("values are written as stored, blanks included")
         << int(Rectangle) << Corners(0, 0, 1, 1) << QStringList{" a.htm ", " alt ", "", "", ""} << 0
         << "<area shape=\"rect\" coords=\"0,0,1,1\" href=\" a.htm \" alt=\" alt \">";
+    // Only blanks are trimmed: a tab is content.
+    QTest::newRow("a tab is not a blank")
+        << int(Rectangle) << Corners(0, 0, 1, 1) << QStringList{"\t", "\t", "", "", ""} << 0
+        << "<area shape=\"rect\" coords=\"0,0,1,1\" href=\"\t\" alt=\"\t\">";
 }
 
 void TestPatShape::generateHtml()
