@@ -100,11 +100,13 @@ bool MapDocument::SetShapeEqualToTopShape(PatShape& CopyOfShape) const
 
 void MapDocument::SetNewShape(const PatShape& NewShape)
 {
+    // NewShape may be one of our own shapes, which the growing list would move away.
+    const PatShape source = NewShape;
     const std::int16_t index = AddShape();
     PatShape& shape = m_shapes.back();
     shape.SetInfo(m_surface, FocusColor, Rectangle, ZoomLevel, 0, 0);
     CurrentShape = index;
-    NewShape.MakeACopy(shape);
+    source.MakeACopy(shape);
     BringToTop(index);
     DrawShapes();
 }

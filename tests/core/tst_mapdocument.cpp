@@ -96,6 +96,7 @@ private slots:
     void copyTakesTheTopShapeMovedToOrigin();
     void pasteOnEmptyMapMakesShapeZero();
     void pasteOnTopOfOthers();
+    void pasteOfOneOfItsOwnShapes();
 
     // list replacement
     void reSetShapeArray_data();
@@ -298,6 +299,17 @@ void TestMapDocument::pasteOnTopOfOthers()
     QCOMPARE(Colours(doc), QStringLiteral("N N F"));
     QCOMPARE(doc.CurrentShape, std::int16_t(2));
     QCOMPARE(PointsText(doc.Shape(2)), QStringLiteral("(0,0) (20,0) (20,10) (0,10)"));
+}
+
+void TestMapDocument::pasteOfOneOfItsOwnShapes()
+{
+    MapDocument doc = Document(1);
+    doc.Shape(0).Comment = QString(200, QLatin1Char('c'));
+    // The source lives in the list that grows.
+    doc.SetNewShape(doc.Shape(0));
+    QCOMPARE(Names(doc), QStringLiteral("s0 s0"));
+    QCOMPARE(doc.Shape(1).Comment, doc.Shape(0).Comment);
+    QCOMPARE(PointsText(doc.Shape(1)), QStringLiteral("(0,0) (20,0) (20,10) (0,10)"));
 }
 
 // ---- list replacement ---------------------------------------------------------------
