@@ -21,6 +21,7 @@
 //   does not is taken as never closed). Well-formed code is unaffected; broken code gets
 //   the error message instead of values that swallow the following areas, and the whole
 //   conversion stays linear in the length of the text.
+// - Areas are counted from the map tag on: an area written before it is not the map's.
 // - Coordinates are picture pixels; the shapes are scaled to the map's current zoom.
 // - A polygon needs at least one point; carriage returns inside coords are ignored like
 //   line feeds, so code saved on Windows reads the same.
