@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+// The text encoding of map files. Older maps were written in the Windows code page, newer
+// ones may need UTF-8; the bytes themselves tell which.
+class MapTextCodec
+{
+public:
+    // UTF-8 when the bytes are valid UTF-8 (a leading byte-order mark is dropped),
+    // otherwise Windows-1252. Nothing when the bytes hold a NUL: that is no text file.
+    static std::optional<QString> Decode(const QByteArray& Bytes);
+    // Windows-1252 when every character fits and the bytes cannot be mistaken for UTF-8
+    // when read back; otherwise UTF-8.
+    static QByteArray Encode(const QString& Text);
+};
