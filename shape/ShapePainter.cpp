@@ -34,14 +34,20 @@ void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape)
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     if (shape.GetShapeType() == Circle) {
+        // Frame and circle cover width x height and d x d pixels: a one-pixel pen adds
+        // one to the size Qt is given, so it is given one less.
         const ShapeRect b = PatShape::BoundingRect(points, false);
-        painter.setPen(QPen(colour, 0, Qt::DashLine));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(b.left, b.top, b.right - b.left, b.bottom - b.top);
-        const int d = std::min(b.right - b.left, b.bottom - b.top);
-        painter.setPen(solid);
-        painter.setBrush(hatch);
-        painter.drawEllipse(b.left, b.top, d, d);
+        const int w = b.right - b.left;
+        const int h = b.bottom - b.top;
+        const int d = std::min(w, h);
+        if (d > 0) {
+            painter.setPen(QPen(colour, 0, Qt::DashLine));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRect(b.left, b.top, w - 1, h - 1);
+            painter.setPen(solid);
+            painter.setBrush(hatch);
+            painter.drawEllipse(b.left, b.top, d - 1, d - 1);
+        }
     } else {
         painter.setPen(solid);
         painter.setBrush(hatch);

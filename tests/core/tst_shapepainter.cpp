@@ -55,6 +55,7 @@ class TestShapePainter : public QObject
     Q_OBJECT
 private slots:
     void colourIsRedGreenBlueFromLowByte();
+    void circleSitsInTopLeftSquareOfDashedFrame();
     void rectangleIsOutlinedAndHatchedInItsColour();
     void hatchIsAlignedToTheCanvas();
     void handlesAreWhiteRimmedInShapeColour();
@@ -69,6 +70,35 @@ void TestShapePainter::colourIsRedGreenBlueFromLowByte()
 {
     QCOMPARE(ShapePainter::ToQColor(0x4080FF), QColor(255, 128, 64));
     QCOMPARE(ShapePainter::ToQColor(0x7F000000 | Blue), QColor(0, 0, 255));
+}
+
+// A frame of 40 by 20 holds a circle of 20 by 20 in its top-left corner, and the rest
+// of the frame is a dashed outline with nothing inside.
+void TestShapePainter::circleSitsInTopLeftSquareOfDashedFrame()
+{
+    const QImage image = Painted(MakeShape(Circle, Corners(10, 10, 50, 30), nullptr, 1.0, Red));
+    const QColor red(255, 0, 0);
+    // Across the middle, the circle spans columns 10..29.
+    int rightmost = -1;
+    for (int x = 11; x <= 45; ++x) {
+        if (Is(image, x, 20, red))
+            rightmost = x;
+    }
+    QCOMPARE(rightmost, 29);
+    // Down its middle it spans rows 10..29, as high as the frame.
+    QVERIFY(Is(image, 20, 10, red) || Is(image, 19, 10, red));
+    QVERIFY(Is(image, 20, 29, red) || Is(image, 19, 29, red));
+    QCOMPARE(Count(image, Area(15, 30, 25, 35), red), 0);
+    // Hatched inside.
+    QVERIFY(Count(image, Area(15, 15, 25, 25), red) > 10);
+    // The frame is 40 by 20 (columns 10..49, rows 10..29), dashed, and hollow.
+    QVERIFY(Count(image, Area(49, 15, 49, 25), red) > 3);
+    QVERIFY(Count(image, Area(49, 15, 49, 25), Qt::white) > 0);
+    QCOMPARE(Count(image, Area(50, 15, 50, 25), red), 0);
+    QVERIFY(Count(image, Area(33, 29, 44, 29), red) > 3);
+    QVERIFY(Count(image, Area(33, 29, 44, 29), Qt::white) > 0);
+    QCOMPARE(Count(image, Area(33, 30, 44, 30), red), 0);
+    QCOMPARE(Count(image, Area(33, 12, 47, 27), red), 0);
 }
 
 void TestShapePainter::rectangleIsOutlinedAndHatchedInItsColour()
