@@ -3,6 +3,7 @@
 #include "shape/Numeric.h"
 
 #include <QStringView>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <exception>
