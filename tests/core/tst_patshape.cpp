@@ -563,6 +563,10 @@ void TestPatShape::isCursorOnShape_data()
     const std::vector<ShapePoint> triangle{{10, 10}, {50, 10}, {30, 40}};
     QTest::newRow("inside triangle") << int(Polygon) << triangle << 30 << 20 << -1;
     QTest::newRow("in the box, outside the triangle") << int(Polygon) << triangle << 16 << 36 << -2;
+    // Alternate filling: the pentagon inside a five-pointed star is outside.
+    const std::vector<ShapePoint> star{{50, 0}, {79, 90}, {2, 35}, {98, 35}, {21, 90}};
+    QTest::newRow("star, centre is outside") << int(Polygon) << star << 50 << 50 << -2;
+    QTest::newRow("star, in a point") << int(Polygon) << star << 50 << 15 << -1;
     QTest::newRow("two-vertex polygon has no inside")
         << int(Polygon) << std::vector<ShapePoint>{{10, 10}, {50, 10}} << 30 << 10 << -2;
     QTest::newRow("unsized shape") << int(Polygon) << std::vector<ShapePoint>{} << 0 << 0 << -2;
