@@ -137,11 +137,15 @@ void PatShape::SetOpenGeneralInfo(ShapeSurface* ThePicBox, double NewZoomLevel)
 void PatShape::MakeACopy(PatShape& Copyshape) const
 {
     const ShapeRect box = BoundingRect(m_points, false);
+    // Moved before Copyshape changes, which may be this shape itself.
+    std::vector<ShapePoint> moved = m_points;
+    for (ShapePoint& p : moved)
+        p = {p.x - box.left, p.y - box.top};
+    const std::int16_t highest = ToInt16(static_cast<std::int64_t>(m_points.size()) - 1);
     Copyshape.ResetInfo(static_cast<std::int16_t>(m_shapeKind), true, ShapeColor, URL, Comment,
                         Target, StatusString, AlertBox, AlertString);
-    Copyshape.ResetPoints(ToInt16(static_cast<std::int64_t>(m_points.size()) - 1));
-    for (std::size_t i = 0; i < m_points.size(); ++i)
-        Copyshape.m_points[i] = {m_points[i].x - box.left, m_points[i].y - box.top};
+    Copyshape.ResetPoints(highest);
+    Copyshape.m_points = std::move(moved);
 }
 
 // ---- queries ---------------------------------------------------------------------

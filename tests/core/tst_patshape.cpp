@@ -49,6 +49,7 @@ private slots:
     void closingErasesRubberBandThenRedraws();
     void vertexLimitRaisesOverflowKeepingCount();
     void makeACopyIsFinishedAndMovedToOrigin();
+    void makeACopyOntoItself();
     void makeACopyKeepsReceiversBinding();
     void resetInfoAndPointAccess();
     void pointIndexErrors();
@@ -254,6 +255,14 @@ void TestPatShape::makeACopyIsFinishedAndMovedToOrigin()
     poly.MakeACopy(copy);
     QCOMPARE(PointsText(copy), QStringLiteral("(0,8) (30,0) (10,33)"));
     QCOMPARE(copy.GetShapeType(), std::int16_t(Polygon));
+}
+
+void TestPatShape::makeACopyOntoItself()
+{
+    PatShape s = MakeShape(Polygon, {{100, 50}, {140, 60}, {120, 90}});
+    s.MakeACopy(s);
+    QCOMPARE(PointsText(s), QStringLiteral("(0,0) (40,10) (20,40)"));
+    QVERIFY(s.IsShapeDone());
 }
 
 void TestPatShape::makeACopyKeepsReceiversBinding()
