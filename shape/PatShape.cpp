@@ -21,11 +21,14 @@ ShapeRect Shrink(const ShapeRect& r, std::int32_t by)
     return {r.left + by, r.top + by, r.right - by, r.bottom - by};
 }
 
-bool Intersect(const ShapeRect& a, const ShapeRect& b, ShapeRect& out)
+// The part two boxes share, shrunk by 2 pixels on every side; false when nothing is left,
+// so that the surface is never handed an inside-out rectangle.
+bool CommonInterior(const ShapeRect& a, const ShapeRect& b, ShapeRect& out)
 {
-    out = {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-           std::min(a.bottom, b.bottom)};
-    return out.left < out.right && out.top < out.bottom;
+    out = Shrink({std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+                  std::min(a.bottom, b.bottom)},
+                 2);
+    return out.left <= out.right && out.top <= out.bottom;
 }
 
 QString Escaped(QString s) { return s.replace(QLatin1Char('\''), QLatin1String("\\'")); }
@@ -361,9 +364,9 @@ void PatShape::MoveShape(std::int32_t x, std::int32_t y, bool UsingGrid, std::in
         m_points = std::move(moved);
         if (m_shapeKind == Rectangle) {
             ShapeRect common;
-            if (Intersect(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false),
-                          common))
-                Validate(Shrink(common, 2));
+            if (CommonInterior(NormalizeRect(oldInflated, false),
+                               NormalizeRect(newInflated, false), common))
+                Validate(common);
         } else {
             const ShapeRect a = Shrink(NormalizeRect(oldInflated, true), 2);
             const ShapeRect b = Shrink(NormalizeRect(newInflated, true), 2);
@@ -427,8 +430,9 @@ void PatShape::MoveVertex(std::int16_t VertexToMove, std::int32_t x, std::int32_
     both += RectRegion(newInflated);
     InvalidateRegion(both);
     ShapeRect common;
-    if (Intersect(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false), common))
-        Validate(Shrink(common, 2));
+    if (CommonInterior(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false),
+                       common))
+        Validate(common);
     Invalidate(HandleRect(at(v)));
     Invalidate(HandleRect(at(prev)));
     Invalidate(HandleRect(at(next)));

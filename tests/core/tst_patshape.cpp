@@ -82,6 +82,8 @@ private slots:
     void moveShapeDisplacementIs16Bit_data();
     void moveShapeDisplacementIs16Bit();
     void moveRectangleReportsAreasInOrder();
+    void moveWithNothingInCommonValidatesNothing_data();
+    void moveWithNothingInCommonValidatesNothing();
     void movePolygonReportsRegions();
     void moveCircleValidatesCommonEllipse();
     void moveVertexKeepsRectangle_data();
@@ -679,6 +681,36 @@ void TestPatShape::moveRectangleReportsAreasInOrder()
                                          "inv" + Rect(6, 6, 14, 14), "inv" + Rect(46, 6, 54, 14),
                                          "inv" + Rect(46, 36, 54, 44), "inv" + Rect(6, 36, 14, 44),
                                          "paint", "inv" + Rect(15, 0, 65, 40), "paint"}));
+}
+
+void TestPatShape::moveWithNothingInCommonValidatesNothing_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("dx");
+    QTest::newRow("rectangle, boxes touch") << int(Rectangle) << 40;
+    QTest::newRow("rectangle, boxes 3 apart") << int(Rectangle) << 43;
+    QTest::newRow("rectangle, far away") << int(Rectangle) << 200;
+    QTest::newRow("circle, far away") << int(Circle) << 200;
+}
+
+void TestPatShape::moveWithNothingInCommonValidatesNothing()
+{
+    QFETCH(int, type);
+    QFETCH(int, dx);
+    RecordingSurface surface;
+    PatShape s = MakeShape(static_cast<std::int16_t>(type), Corners(10, 10, 50, 40), &surface);
+    s.ResetForNextMove();
+    s.MoveShape(0, 0, false, 0, 0);
+    s.MoveShape(dx, 0, false, 0, 0);
+    for (const RecordingSurface::Call& c : surface.calls) {
+        QVERIFY(c.kind != RecordingSurface::Kind::ValidateRect);
+        QVERIFY(c.kind != RecordingSurface::Kind::ValidateRegion);
+    }
+    // A corner dragged across the whole box leaves no common interior either.
+    surface.clear();
+    s.MoveVertex(0, 200 + dx, 200);
+    for (const RecordingSurface::Call& c : surface.calls)
+        QVERIFY(c.kind != RecordingSurface::Kind::ValidateRect);
 }
 
 void TestPatShape::movePolygonReportsRegions()
