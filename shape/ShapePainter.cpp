@@ -48,7 +48,7 @@ void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape)
             painter.setBrush(hatch);
             painter.drawEllipse(b.left, b.top, d - 1, d - 1);
         }
-    } else {
+    } else if (shape.GetShapeType() == Rectangle || shape.GetShapeType() == Polygon) {
         painter.setPen(solid);
         painter.setBrush(hatch);
         const QPolygon polygon = ToPolygon(points);

@@ -62,6 +62,7 @@ private slots:
     void unfinishedPolygonHasNoFill();
     void onePointPolygonShowsOnlyItsHandle();
     void freshCircleDrawsOnlyHandles();
+    void unknownTypeDrawsOnlyHandles();
     void rubberBandFromLastVertexToPointer();
     void noRubberBandWhenClosedOrReset();
 };
@@ -199,6 +200,16 @@ void TestShapePainter::freshCircleDrawsOnlyHandles()
     QCOMPARE(Count(image, Area(0, 0, 99, 79), Qt::white) + (handle.width() * handle.height()) -
                  Count(image, handle, Qt::white),
              100 * 80);
+}
+
+void TestShapePainter::unknownTypeDrawsOnlyHandles()
+{
+    // A type read from a file that the program does not know: no body, just handles.
+    const PatShape shape = MakeShape(5, Corners(20, 20, 70, 50), nullptr, 1.0, Red);
+    const QImage image = Painted(shape);
+    QCOMPARE(Count(image, Area(25, 15, 65, 55), QColor(255, 0, 0)), 0);
+    QVERIFY(Is(image, 20, 20, QColor(255, 0, 0)));
+    QVERIFY(Is(image, 70, 50, QColor(255, 0, 0)));
 }
 
 void TestShapePainter::rubberBandFromLastVertexToPointer()
