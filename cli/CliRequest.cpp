@@ -1,0 +1,82 @@
+#include "cli/CliRequest.h"
+
+#include <QHash>
+
+namespace {
+
+struct Grammar
+{
+    CliRequest::Command command;
+    bool allowsTest;
+    bool needsInto;
+    bool needsOutput;
+};
+
+const QHash<QString, Grammar>& Commands()
+{
+    using C = CliRequest::Command;
+    static const QHash<QString, Grammar> commands{
+        {QStringLiteral("html"), {C::Html, true, false, false}},
+        {QStringLiteral("dump"), {C::Dump, false, false, false}},
+        {QStringLiteral("save"), {C::Save, false, false, true}},
+        {QStringLiteral("import"), {C::Import, false, true, true}},
+        {QStringLiteral("new"), {C::New, false, false, true}},
+        {QStringLiteral("testpage"), {C::TestPage, false, false, true}},
+    };
+    return commands;
+}
+
+} // namespace
+
+std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
+{
+    CliRequest request;
+    if (Arguments.size() == 1 &&
+        (Arguments[0] == QLatin1String("--help") || Arguments[0] == QLatin1String("-h")))
+        return request;
+    if (Arguments.isEmpty() || !Commands().contains(Arguments[0]))
+        return std::nullopt;
+    const Grammar grammar = Commands().value(Arguments[0]);
+    request.command = grammar.command;
+
+    QStringList positional;
+    bool into = false;
+    bool output = false;
+    for (qsizetype i = 1; i < Arguments.size(); ++i) {
+        const QString& argument = Arguments[i];
+        const bool isInto = argument == QLatin1String("--into");
+        const bool isOutput = argument == QLatin1String("-o");
+        if (isInto || isOutput) {
+            bool& seen = isInto ? into : output;
+            if (seen || i + 1 >= Arguments.size())
+                return std::nullopt;
+            seen = true;
+            (isInto ? request.into : request.output) = Arguments[++i];
+        } else if (argument == QLatin1String("--test") && grammar.allowsTest && !request.testForm) {
+            request.testForm = true;
+        } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
+            return std::nullopt;
+        } else {
+            positional << argument;
+        }
+    }
+    if (positional.size() != 1 || into != grammar.needsInto || output != grammar.needsOutput ||
+        positional[0].isEmpty() || (into && request.into.isEmpty()) ||
+        (output && request.output.isEmpty()))
+        return std::nullopt;
+    request.input = positional[0];
+    return request;
+}
+
+QString CliRequest::Usage()
+{
+    return QStringLiteral(
+        "Usage: vantrel-cli COMMAND ...\n"
+        "  html [--test] MAP.imp                      print the map's HTML code\n"
+        "  dump MAP.imp                               print the map as JSON\n"
+        "  save MAP.imp -o OUT.imp                    save the map under another name\n"
+        "  import CODE.html --into MAP.imp -o OUT.imp replace the map's shapes by pasted code\n"
+        "  new PICTURE -o OUT.imp                     make a new map from a picture\n"
+        "  testpage MAP.imp -o PAGE.htm               write the map's test page\n"
+        "Exit status: 0 done, 1 failed (messages on standard error), 2 wrong usage.\n");
+}

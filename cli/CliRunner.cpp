@@ -1,0 +1,145 @@
+#include "cli/CliRunner.h"
+
+#include "cli/MapJson.h"
+#include "interchange/HtmlImporter.h"
+#include "interchange/MapCodeGenerator.h"
+#include "interchange/MapFile.h"
+#include "interchange/MapTextCodec.h"
+#include "interchange/NewMap.h"
+#include "interchange/TestPage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <exception>
+
+namespace {
+
+QString LoadFileMessage()
+{
+    return QStringLiteral("There was an error while trying to load the file.");
+}
+
+} // namespace
+
+CliRunner::CliRunner(QIODevice& Out, QIODevice& Err) : m_out(Out), m_err(Err) {}
+
+int CliRunner::Run(const CliRequest& Request)
+{
+    // Run-time errors (a 16-bit overflow while rescaling, ...) end the command as they
+    // end an editor command: with a message.
+    try {
+        switch (Request.command) {
+        case CliRequest::Command::Help:
+            m_out.write(CliRequest::Usage().toUtf8());
+            return 0;
+        case CliRequest::Command::Html:
+            return Html(Request);
+        case CliRequest::Command::Dump:
+            return Dump(Request);
+        case CliRequest::Command::Save:
+            return Save(Request);
+        case CliRequest::Command::Import:
+            return Import(Request);
+        case CliRequest::Command::New:
+            return New(Request);
+        case CliRequest::Command::TestPage:
+            return TestPage(Request);
+        }
+    } catch (const std::exception& error) {
+        return Fail({QString::fromUtf8(error.what())});
+    }
+    return 1;
+}
+
+int CliRunner::Fail(const QStringList& Messages)
+{
+    for (const QString& message : Messages)
+        m_err.write((message + QLatin1Char('\n')).toUtf8());
+    return 1;
+}
+
+std::optional<MapDocument> CliRunner::Open(const QString& Path)
+{
+    MapFile::ReadResult read = MapFile::OpenMapFile(Path);
+    if (!read.ok) {
+        Fail(read.messages);
+        return std::nullopt;
+    }
+    return std::move(read.document);
+}
+
+int CliRunner::SaveAs(const MapDocument& Document, const QString& Path)
+{
+    const QString name = QDir::toNativeSeparators(QFileInfo(Path).absoluteFilePath());
+    const MapFile::WriteResult saved = MapFile::SaveMap(Document, name);
+    return saved.ok ? 0 : Fail({saved.message});
+}
+
+int CliRunner::Html(const CliRequest& Request)
+{
+    std::optional<MapDocument> document = Open(Request.input);
+    if (!document)
+        return 1;
+    const QString code = MapCodeGenerator::GenerateMapCode(
+        *document,
+        Request.testForm ? MapCodeGenerator::Form::Test : MapCodeGenerator::Form::Viewing);
+    if (code.isEmpty())
+        return Fail({MapCodeGenerator::NoShapesMessage()});
+    m_out.write(code.toUtf8());
+    return 0;
+}
+
+int CliRunner::Dump(const CliRequest& Request)
+{
+    const std::optional<MapDocument> document = Open(Request.input);
+    if (!document)
+        return 1;
+    m_out.write(MapJson::Dump(*document));
+    return 0;
+}
+
+int CliRunner::Save(const CliRequest& Request)
+{
+    const std::optional<MapDocument> document = Open(Request.input);
+    return document ? SaveAs(*document, Request.output) : 1;
+}
+
+int CliRunner::Import(const CliRequest& Request)
+{
+    QFile code(Request.input);
+    if (!code.open(QIODevice::ReadOnly))
+        return Fail({LoadFileMessage()});
+    const QByteArray bytes = code.readAll();
+    const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
+
+    std::optional<MapDocument> document = Open(Request.into);
+    if (!document)
+        return 1;
+    const HtmlImporter::Result result = HtmlImporter::Convert(text, *document);
+    if (!result.ok)
+        return Fail({result.message});
+    HtmlImporter::Apply(result, *document);
+    return SaveAs(*document, Request.output);
+}
+
+int CliRunner::New(const CliRequest& Request)
+{
+    const NewMap::Result made = NewMap::FromPicture(Request.input);
+    if (!made.ok)
+        return Fail({made.message});
+    return SaveAs(made.document, Request.output);
+}
+
+int CliRunner::TestPage(const CliRequest& Request)
+{
+    std::optional<MapDocument> document = Open(Request.input);
+    if (!document)
+        return 1;
+    const QString code = MapCodeGenerator::GenerateMapCode(*document, MapCodeGenerator::Form::Test);
+    if (code.isEmpty())
+        return Fail({MapCodeGenerator::NoShapesMessage()});
+    if (!TestPage::Write(Request.output, code))
+        return Fail({MapFile::SaveErrorMessage()});
+    return 0;
+}

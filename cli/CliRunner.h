@@ -1,0 +1,36 @@
+#pragma once
+
+#include "cli/CliRequest.h"
+
+#include <QStringList>
+#include <optional>
+
+class MapDocument;
+class QIODevice;
+
+// Carries out one vantrel-cli request. What the editor would show in message boxes goes
+// to Err, one message per line; results go to Out. Returns the exit status: 0 done,
+// 1 failed.
+class CliRunner
+{
+public:
+    CliRunner(QIODevice& Out, QIODevice& Err);
+    int Run(const CliRequest& Request);
+
+private:
+    int Html(const CliRequest& Request);
+    int Dump(const CliRequest& Request);
+    int Save(const CliRequest& Request);
+    int Import(const CliRequest& Request);
+    int New(const CliRequest& Request);
+    int TestPage(const CliRequest& Request);
+
+    // The map at Path, or nothing after its messages were printed.
+    std::optional<MapDocument> Open(const QString& Path);
+    // Saves under Path's absolute name (which line 2 records).
+    int SaveAs(const MapDocument& Document, const QString& Path);
+    int Fail(const QStringList& Messages);
+
+    QIODevice& m_out;
+    QIODevice& m_err;
+};
