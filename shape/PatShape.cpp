@@ -39,6 +39,29 @@ bool IsBlank(const QString& s)
     return std::all_of(s.begin(), s.end(), [](QChar c) { return c == QLatin1Char(' '); });
 }
 
+// The smallest and largest x and y of the points, whatever their size.
+ShapeRect Extent(const std::vector<ShapePoint>& points)
+{
+    if (points.empty())
+        return PatShape::BoundingRect(points, false);
+    ShapeRect b{points.front().x, points.front().y, points.front().x, points.front().y};
+    for (const ShapePoint& p : points)
+        b = {std::min(b.left, p.x), std::min(b.top, p.y), std::max(b.right, p.x),
+             std::max(b.bottom, p.y)};
+    return b;
+}
+
+// The circle inscribed in the top-left square of a box: centre and radius.
+void CircleInBox(const ShapeRect& b, std::int32_t& cx, std::int32_t& cy, std::int32_t& radius)
+{
+    const std::int64_t w = static_cast<std::int64_t>(b.right) - b.left;
+    const std::int64_t h = static_cast<std::int64_t>(b.bottom) - b.top;
+    const double d = static_cast<double>(w <= h ? w : h);
+    radius = RoundToInt32(d / 2.0);
+    cx = RoundToInt32((2.0 * b.left + d) / 2.0);
+    cy = RoundToInt32((2.0 * b.top + d) / 2.0);
+}
+
 const QChar Q = QLatin1Char('"');
 
 } // namespace
@@ -179,13 +202,7 @@ void PatShape::TopAndLeftOfShape(std::int32_t& LeftX, std::int32_t& TopY) const
 
 void PatShape::CircleGeometry(std::int32_t& cx, std::int32_t& cy, std::int32_t& radius) const
 {
-    const ShapeRect b = BoundingRect(m_points, false);
-    const std::int64_t w = static_cast<std::int64_t>(b.right) - b.left;
-    const std::int64_t h = static_cast<std::int64_t>(b.bottom) - b.top;
-    const double d = static_cast<double>(w <= h ? w : h);
-    radius = RoundToInt32(d / 2.0);
-    cx = RoundToInt32((2.0 * b.left + d) / 2.0);
-    cy = RoundToInt32((2.0 * b.top + d) / 2.0);
+    CircleInBox(BoundingRect(m_points, false), cx, cy, radius);
 }
 
 ShapeRect PatShape::PaintBounds() const
@@ -238,13 +255,7 @@ QString PatShape::GenerateHTML()
                  AlertString.size() + static_cast<int>(m_points.size()) * 10);
     // The true extent of the points: BoundingRect's starting values would cap
     // coordinates beyond 100000.
-    ShapeRect b = BoundingRect(m_points, false);
-    if (!m_points.empty()) {
-        b = {m_points.front().x, m_points.front().y, m_points.front().x, m_points.front().y};
-        for (const ShapePoint& p : m_points)
-            b = {std::min(b.left, p.x), std::min(b.top, p.y), std::max(b.right, p.x),
-                 std::max(b.bottom, p.y)};
-    }
+    const ShapeRect b = Extent(m_points);
     switch (m_shapeKind) {
     case Rectangle:
         html += QLatin1String("<area shape=") + Q + QLatin1String("rect") + Q +
@@ -253,12 +264,8 @@ QString PatShape::GenerateHTML()
                 QLatin1Char(',') + QString::number(b.bottom) + Q;
         break;
     case Circle: {
-        const std::int64_t w = static_cast<std::int64_t>(b.right) - b.left;
-        const std::int64_t h = static_cast<std::int64_t>(b.bottom) - b.top;
-        const double d = static_cast<double>(w <= h ? w : h);
-        const std::int32_t r = RoundToInt32(d / 2.0);
-        const std::int32_t cx = RoundToInt32((2.0 * b.left + d) / 2.0);
-        const std::int32_t cy = RoundToInt32((2.0 * b.top + d) / 2.0);
+        std::int32_t cx = 0, cy = 0, r = 0;
+        CircleInBox(b, cx, cy, r);
         html += QLatin1String("<area shape=") + Q + QLatin1String("circle") + Q +
                 QLatin1String(" coords=") + Q + QString::number(cx) + QLatin1Char(',') +
                 QString::number(cy) + QLatin1Char(',') + QString::number(r) + Q;
