@@ -97,6 +97,7 @@ private slots:
     void pasteOnEmptyMapMakesShapeZero();
     void pasteOnTopOfOthers();
     void pasteOfOneOfItsOwnShapes();
+    void shapeCountIs16Bit();
 
     // list replacement
     void reSetShapeArray_data();
@@ -310,6 +311,21 @@ void TestMapDocument::pasteOfOneOfItsOwnShapes()
     QCOMPARE(Names(doc), QStringLiteral("s0 s0"));
     QCOMPARE(doc.Shape(1).Comment, doc.Shape(0).Comment);
     QCOMPARE(PointsText(doc.Shape(1)), QStringLiteral("(0,0) (20,0) (20,10) (0,10)"));
+}
+
+void TestMapDocument::shapeCountIs16Bit()
+{
+    MapDocument doc = Document(0);
+    for (int i = 0; i < 32768; ++i)
+        doc.AddShape();
+    QCOMPARE(doc.ItemCount(), std::int16_t(32767));
+    QVERIFY_THROWS_EXCEPTION(OverflowError, doc.AddShape());
+    QVERIFY_THROWS_EXCEPTION(OverflowError, doc.SetNewShape(Named(QStringLiteral("one more"))));
+    QCOMPARE(doc.ItemCount(), std::int16_t(32767));
+    QCOMPARE(doc.Shapes().size(), std::size_t(32768));
+    QCOMPARE(doc.ShapeOrder().size(), std::size_t(32768));
+    QCOMPARE(doc.ShapeOrder().back(), std::int16_t(32767));
+    QVERIFY(doc.Shape(32767).URL.isEmpty());
 }
 
 // ---- list replacement ---------------------------------------------------------------
