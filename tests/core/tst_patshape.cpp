@@ -4,6 +4,7 @@
 #include "shape/PatShape.h"
 
 #include <QTest>
+#include <random>
 
 Q_DECLARE_METATYPE(std::vector<ShapePoint>)
 
@@ -92,6 +93,7 @@ private slots:
     void moveVertexIndexErrors();
     void editsRepaintWhereTheShapeWas_data();
     void editsRepaintWhereTheShapeWas();
+    void randomEditsKeepRectanglesAndLeaveNoTrace();
 
     // drawing requests
     void drawLineAfterResetErasesFromOrigin();
@@ -862,6 +864,56 @@ void TestPatShape::editsRepaintWhereTheShapeWas()
     // The shape's new drawing is repainted last, after everything else.
     QCOMPARE(surface.log().last(), QStringLiteral("paint"));
     QVERIFY(surface.everInvalidated().contains(DrawnArea(s).boundingRect()));
+}
+
+// Random drags of whole shapes and of single vertices: a rectangle stays axis-aligned,
+// and every edit repaints all the old drawing and then the new one.
+void TestPatShape::randomEditsKeepRectanglesAndLeaveNoTrace()
+{
+    std::mt19937 random(7);
+    const auto pick = [&random](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    RecordingSurface surface;
+    for (int round = 0; round < 200; ++round) {
+        const auto type = static_cast<std::int16_t>(pick(0, 2));
+        std::vector<ShapePoint> points = Corners(pick(0, 300), pick(0, 300), 0, 0);
+        points[1].x = points[2].x = points[0].x + pick(0, 200);
+        points[2].y = points[3].y = points[0].y + pick(0, 200);
+        if (type == Polygon) {
+            for (int extra = pick(0, 4); extra > 0; --extra)
+                points.push_back({pick(0, 500), pick(0, 500)});
+        }
+        PatShape s = MakeShape(type, points, &surface);
+        s.ResetForNextMove();
+        s.MoveShape(pick(0, 500), pick(0, 500), false, 0, 0);
+        for (int step = 0; step < 20; ++step) {
+            const QRegion before = DrawnArea(s);
+            surface.clear();
+            const int edit = pick(0, 2);
+            if (edit == 0) {
+                s.MoveShape(pick(0, 500), pick(0, 500), pick(0, 1) == 1, pick(-20, 20),
+                            pick(-20, 20));
+            } else {
+                const auto v = static_cast<std::int16_t>(pick(0, s.NumOfPoints()));
+                s.MoveVertex(v, pick(0, 500), pick(0, 500));
+            }
+            const QString where =
+                QStringLiteral("round %1 step %2 edit %3").arg(round).arg(step).arg(edit);
+            if (s.GetShapeType() != Polygon) {
+                const auto& p = s.Points();
+                QVERIFY2(p[0].y == p[1].y && p[1].x == p[2].x && p[2].y == p[3].y &&
+                             p[3].x == p[0].x,
+                         qPrintable(where + " " + PointsText(s)));
+            }
+            if (surface.calls.empty())
+                continue; // a grid drag that lands where the shape already is
+            QVERIFY2((before - surface.everInvalidated()).isEmpty(), qPrintable(where));
+            QVERIFY2(surface.everInvalidated().contains(DrawnArea(s).boundingRect()),
+                     qPrintable(where));
+            QCOMPARE(surface.log().last(), QStringLiteral("paint"));
+        }
+    }
 }
 
 // ---- drawing requests ---------------------------------------------------------------
