@@ -66,6 +66,9 @@ private slots:
     void resetPointsToZoomFromZeroThrowsFirst();
     void circleGeometry_data();
     void circleGeometry();
+    void normalizeRect_data();
+    void normalizeRect();
+    void normalizeRectSwapsThrough16Bits();
 
     // HTML
     void generateHtml_data();
@@ -469,6 +472,37 @@ void TestPatShape::circleGeometry()
     QCOMPARE(x, cx);
     QCOMPARE(y, cy);
     QCOMPARE(r, radius);
+}
+
+void TestPatShape::normalizeRect_data()
+{
+    QTest::addColumn<QList<int>>("rect");
+    QTest::addColumn<bool>("square");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("in order") << QList<int>{1, 2, 30, 40} << false << Rect(1, 2, 30, 40);
+    QTest::newRow("both swapped") << QList<int>{30, 40, 1, 2} << false << Rect(1, 2, 30, 40);
+    QTest::newRow("square from a wide box")
+        << QList<int>{10, 10, 50, 30} << true << Rect(10, 10, 30, 30);
+    QTest::newRow("square from a tall box")
+        << QList<int>{50, 60, 10, 10} << true << Rect(10, 10, 50, 50);
+}
+
+void TestPatShape::normalizeRect()
+{
+    QFETCH(QList<int>, rect);
+    QFETCH(bool, square);
+    QFETCH(QString, result);
+    const ShapeRect r = PatShape::NormalizeRect({rect[0], rect[1], rect[2], rect[3]}, square);
+    QCOMPARE(Rect(r.left, r.top, r.right, r.bottom), result);
+}
+
+void TestPatShape::normalizeRectSwapsThrough16Bits()
+{
+    QVERIFY_THROWS_EXCEPTION(OverflowError, PatShape::NormalizeRect({40000, 0, 10, 5}, false));
+    QVERIFY_THROWS_EXCEPTION(OverflowError, PatShape::NormalizeRect({0, 40000, 10, 5}, false));
+    // In order, nothing is swapped and large coordinates pass.
+    QCOMPARE(PatShape::NormalizeRect({10, 5, 40000, 50000}, false),
+             (ShapeRect{10, 5, 40000, 50000}));
 }
 
 // ---- HTML --------------------------------------------------------------------------------
