@@ -1,6 +1,8 @@
 #pragma once
 
+#include "canvas/CanvasEditor.h"
 #include "canvas/MapDocument.h"
+#include "shape/ShapeGeometry.h"
 
 #include <QImage>
 #include <QString>
@@ -8,6 +10,8 @@
 #include <cstdint>
 
 class CanvasHost;
+class CanvasSurface;
+class PictureBuffer;
 class QLabel;
 class QPushButton;
 class QScrollBar;
@@ -17,7 +21,8 @@ class QScrollBar;
 //
 // Public API used by the frame and the dialogs. Child widgets carry the object names
 // HoldPicbox, TheCanvas, HoldImage, HScroll1, VScroll1 and BntScrollEnd.
-class ShapeCanvas : public QWidget {
+class ShapeCanvas : public QWidget
+{
     Q_OBJECT
 public:
     // Loads the window: counts it in OpenMapCount (enabling the frame's map commands
@@ -59,4 +64,57 @@ public:
     void DrawShapes();
     void ReStackArrayFromOptions(std::int16_t NewTopIndex);
     void SetShapeColors();
+
+    // ---- view state ----------------------------------------------------------------
+    // The drawing surface TheCanvas and the buffer HoldImage.
+    CanvasSurface& Surface() const { return *m_canvas; }
+    const QImage& HoldImageBuffer() const;
+    // The part of the surface the user sees, in screen pixels (right and bottom one
+    // past the last pixel; both count as inside).
+    ShapeRect VisibleArea() const;
+    // While true the pointer is kept inside VisibleArea().
+    bool PointerConfined() const { return m_confined; }
+    const CanvasEditor& Editor() const { return m_editor; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    CanvasHost& m_host;
+    MapDocument m_document;
+    CanvasEditor m_editor;
+    QWidget* m_holdPicbox = nullptr;
+    CanvasSurface* m_canvas = nullptr;
+    PictureBuffer* m_holdImage = nullptr;
+    QScrollBar* m_hScroll = nullptr;
+    QScrollBar* m_vScroll = nullptr;
+    QPushButton* m_scrollEnd = nullptr;
+    QString m_fileName;
+    // True only while SetZoomLevel resizes the surface: value changes of the bars then
+    // leave the surface where it is.
+    bool m_zooming = false;
+    bool m_confined = false;
+    // Counted in OpenMapCount until a confirmed close.
+    bool m_counted = false;
+    bool m_canvasCanGrab = true;
+
+    void BuildChildren();
+    void ResizeSurface(double Width, double Height);
+    void RebuildBuffer();
+    void OnPressed(QPointF Position, QPoint GlobalPosition);
+    void OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons);
+    void OnReleased(QPointF Position, QPoint GlobalPosition);
+    void OnDoubleClicked();
+    void OnKeyPressed(int Key);
+    void OnHScroll(int Value);
+    void OnVScroll(int Value);
+    void OnHChange(int Value);
+    void OnVChange(int Value);
+    // Keeps the pointer in the visible area; returns the surface position to use.
+    QPointF Confine(QPointF Position, QPoint GlobalPosition);
+    void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
+    void ReleaseConfinement();
+    template <class Command> bool Guarded(Command&& command);
+    template <class Command> bool GuardedWithSnapshot(Command&& command);
 };

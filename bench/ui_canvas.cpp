@@ -1,0 +1,142 @@
+#include "canvas/CanvasHost.h"
+#include "canvas/CanvasSurface.h"
+#include "canvas/ShapeCanvas.h"
+#include "frame/ModalUi.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <benchmark/benchmark.h>
+#include <memory>
+
+namespace {
+
+class SilentUi : public ModalUi
+{
+public:
+    void Message(const QString&, Icon) override {}
+    bool Question(const QString&) override { return true; }
+    QString AskForPicture() override { return {}; }
+    QString AskForMapToOpen() override { return {}; }
+    QString AskForMapNameToSave() override { return {}; }
+    std::optional<QString> Prompt(const QString&, const QString&, const QString&) override
+    {
+        return std::nullopt;
+    }
+    bool OpenWithDesktop(const QString&) override { return false; }
+};
+
+class BenchHost : public CanvasHost
+{
+public:
+    SilentUi ui;
+    ShapeCanvas* active = nullptr;
+    DrawingMode CurrentDrawingMode() const override { return DrawingMode::Pointer; }
+    void SetStatusText(const QString&) override {}
+    ShapeCanvas* ActiveMapWindow() const override { return active; }
+    void SetMapCommandsEnabled(bool) override {}
+    ModalUi& Dialogs() override { return ui; }
+    void ShowShapeProperties(ShapeCanvas&, int) override {}
+    void ShowGeneratedCode(const QString&) override {}
+    void ShowUrlChecker(ShapeCanvas&) override {}
+};
+
+// A 1600 x 1200 map with Count rectangles, circles and polygons scattered over it; the
+// window shows an 800 x 600 part.
+struct BenchMap
+{
+    BenchHost host;
+    std::unique_ptr<ShapeCanvas> canvas;
+
+    explicit BenchMap(int Count)
+    {
+        canvas = std::make_unique<ShapeCanvas>(host);
+        host.active = canvas.get();
+        canvas->resize(840, 640);
+        canvas->show();
+        QImage picture(1600, 1200, QImage::Format_RGB32);
+        picture.fill(QColor(230, 220, 200));
+        canvas->SetNewPicture(picture, QStringLiteral("/bench/picture.png"));
+        QRandomGenerator random(7);
+        std::vector<PatShape> shapes(static_cast<std::size_t>(Count));
+        std::vector<std::int16_t> order(static_cast<std::size_t>(Count));
+        for (int i = 0; i < Count; ++i) {
+            PatShape& s = shapes[static_cast<std::size_t>(i)];
+            const int x = random.bounded(1560);
+            const int y = random.bounded(1160);
+            const int w = 8 + random.bounded(32);
+            const int h = 8 + random.bounded(32);
+            const auto type = static_cast<std::int16_t>(i % 3);
+            s.SetInfo(nullptr, 0, type == Polygon ? std::int16_t{Rectangle} : type, 1.0, x, y);
+            s.MorphTo(type);
+            s.SetPoint(1, x + w, y);
+            s.SetPoint(2, x + w, y + h);
+            s.SetPoint(3, x, y + h);
+            order[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(i);
+        }
+        MapDocument& doc = canvas->Document();
+        doc.AdoptShapes(std::move(shapes), std::move(order));
+        doc.SetShapeColors();
+        // A shape of known place on top, to drag.
+        PatShape grab;
+        grab.SetInfo(nullptr, 0, Rectangle, 1.0, 0, 0);
+        grab.SetPoint(1, 60, 0);
+        grab.SetPoint(2, 60, 40);
+        grab.SetPoint(3, 0, 40);
+        doc.DeleteShape();
+        doc.SetNewShape(grab);
+        QApplication::processEvents();
+    }
+};
+
+void SendMouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons buttons)
+{
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, QPointF(at), QPointF(w->mapToGlobal(at)), button, buttons,
+                      Qt::NoModifier);
+    QApplication::sendEvent(w, &event);
+}
+
+void BM_FullRepaint(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    CanvasSurface& surface = map.canvas->Surface();
+    QImage target(surface.size(), QImage::Format_RGB32);
+    for (auto _ : state) {
+        QPainter painter(&target);
+        surface.Render(painter, QRegion(surface.rect()));
+        painter.end();
+        benchmark::DoNotOptimize(target.constBits());
+    }
+}
+
+void BM_DragStep(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    QWidget* surface = &map.canvas->Surface();
+    SendMouse(surface, QEvent::MouseButtonPress, {30, 20}, Qt::LeftButton);
+    int step = 0;
+    for (auto _ : state) {
+        // Back and forth, so the shape stays where the picture is.
+        const QPoint at(30 + (step++ % 2 == 0 ? 3 : 0), 20);
+        SendMouse(surface, QEvent::MouseMove, at, Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    SendMouse(surface, QEvent::MouseButtonRelease, {30, 20}, Qt::NoButton);
+}
+
+} // namespace
+
+BENCHMARK(BM_FullRepaint)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DragStep)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
