@@ -7,22 +7,26 @@
 
 // The boundary of a user's command or event: an overflow, a bad index or a division
 // by zero ends the command with a critical message instead of the program.
-class CommandGuard
-{
+class CommandGuard {
 public:
-    // Runs Command; false when it failed and the user was told.
-    template <class Command> static bool Run(ModalUi& Dialogs, Command&& command)
+    // Runs Command; when it fails, runs BeforeMessage (to let go of the pointer, say),
+    // tells the user and returns false.
+    template <class Command, class Cleanup>
+    static bool Run(ModalUi& Dialogs, Command&& command, Cleanup&& BeforeMessage)
     {
+        QString failure;
         try {
             std::forward<Command>(command)();
             return true;
         } catch (const OverflowError& e) {
-            Dialogs.Message(QString::fromLatin1(e.what()), ModalUi::Icon::Critical);
+            failure = QString::fromLatin1(e.what());
         } catch (const IndexOutOfRangeError& e) {
-            Dialogs.Message(QString::fromLatin1(e.what()), ModalUi::Icon::Critical);
+            failure = QString::fromLatin1(e.what());
         } catch (const DivisionByZeroError& e) {
-            Dialogs.Message(QString::fromLatin1(e.what()), ModalUi::Icon::Critical);
+            failure = QString::fromLatin1(e.what());
         }
+        std::forward<Cleanup>(BeforeMessage)();
+        Dialogs.Message(failure, ModalUi::Icon::Critical);
         return false;
     }
 };

@@ -107,10 +107,9 @@ const QImage& ShapeCanvas::HoldImageBuffer() const
 
 template <class Command> bool ShapeCanvas::Guarded(Command&& command)
 {
-    if (CommandGuard::Run(m_host.Dialogs(), std::forward<Command>(command)))
-        return true;
-    ReleaseConfinement();
-    return false;
+    // A message box must not open while the pointer is held by the surface.
+    return CommandGuard::Run(m_host.Dialogs(), std::forward<Command>(command),
+                             [this] { ReleaseConfinement(); });
 }
 
 template <class Command> bool ShapeCanvas::GuardedWithSnapshot(Command&& command)
