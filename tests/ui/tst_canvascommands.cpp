@@ -1,0 +1,154 @@
+#include "FakeCanvasHost.h"
+#include "canvas/CanvasSurface.h"
+#include "canvas/OpenMapCount.h"
+#include "canvas/ShapeCanvas.h"
+
+#include <QTest>
+#include <memory>
+
+// The map window's commands that the frame calls: code generation, the URL checker,
+// the shape commands and their faults.
+class TestCanvasCommands : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<FakeCanvasHost> m_host;
+    std::unique_ptr<ShapeCanvas> m_canvas;
+
+    ShapeCanvas& NewCanvas()
+    {
+        m_canvas.reset();
+        m_host = std::make_unique<FakeCanvasHost>();
+        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
+        m_host->active = m_canvas.get();
+        m_canvas->resize(500, 400);
+        m_canvas->show();
+        QImage picture(300, 200, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        m_canvas->SetNewPicture(picture, QStringLiteral("/maps/pic.gif"));
+        return *m_canvas;
+    }
+    void AddRectangle(QPoint from, QPoint to)
+    {
+        m_host->mode = CanvasHost::DrawingMode::Rectangle;
+        QTest::mousePress(&m_canvas->Surface(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(&m_canvas->Surface(), to);
+        QTest::mouseRelease(&m_canvas->Surface(), Qt::LeftButton, {}, to);
+        m_host->mode = CanvasHost::DrawingMode::Pointer;
+    }
+
+private slots:
+    void cleanup()
+    {
+        m_canvas.reset();
+        m_host.reset();
+    }
+    void newPictureSetsSizesAndNames();
+    void generateCodeWithoutShapes();
+    void generateCodeForms();
+    void checkTheUrlsOpensChecker();
+    void shapeCommands();
+    void morphAndPasteKeepListWhole();
+};
+
+void TestCanvasCommands::newPictureSetsSizesAndNames()
+{
+    ShapeCanvas& c = NewCanvas();
+    const MapDocument& d = c.Document();
+    QCOMPARE(d.RealWidth, 300);
+    QCOMPARE(d.SWidth, 300);
+    QCOMPARE(d.RealHeight, 200);
+    QCOMPARE(d.SHeight, 200);
+    QCOMPARE(d.ZoomLevel, 1.0);
+    QCOMPARE(d.ImageName, QStringLiteral("pic.gif"));
+    QCOMPARE(d.ImagePath, QStringLiteral("/maps/"));
+    QCOMPARE(c.Surface().size(), QSize(300, 200));
+    QCOMPARE(d.MapName, QStringLiteral("MyMap"));
+    QCOMPARE(d.HitState, std::int16_t(-2));
+    QCOMPARE(d.ItemCount(), std::int16_t(-1));
+}
+
+void TestCanvasCommands::generateCodeWithoutShapes()
+{
+    ShapeCanvas& c = NewCanvas();
+    QCOMPARE(c.GenerateMapCode(true), QString());
+    QCOMPARE(m_host->ui.messageTexts(),
+             QStringList{QStringLiteral("No shape areas have been created.")});
+    QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
+    QVERIFY(m_host->codeShown.isEmpty());
+}
+
+void TestCanvasCommands::generateCodeForms()
+{
+    ShapeCanvas& c = NewCanvas();
+    AddRectangle({10, 20}, {60, 80});
+    c.SetZoomLevel(2.0);
+    QCOMPARE(c.GenerateMapCode(true), QString());
+    QCOMPARE(m_host->codeShown.size(), 1);
+    // The code is at zoom 1 whatever the view's zoom.
+    QVERIFY(m_host->codeShown.front().contains(QStringLiteral("coords=\"10,20,60,80\"")));
+    const QString test = c.GenerateMapCode(false);
+    QVERIFY(test.contains(QStringLiteral("coords=\"10,20,60,80\"")));
+    QCOMPARE(m_host->codeShown.size(), 1);
+    QVERIFY(m_host->ui.messages.isEmpty());
+    QCOMPARE(c.Document().Shape(0).Points().front(), (ShapePoint{20, 40}));
+}
+
+void TestCanvasCommands::checkTheUrlsOpensChecker()
+{
+    ShapeCanvas& c = NewCanvas();
+    c.CheckTheURLs();
+    QCOMPARE(m_host->urlCheckers, QList<ShapeCanvas*>{&c});
+}
+
+void TestCanvasCommands::shapeCommands()
+{
+    ShapeCanvas& c = NewCanvas();
+    AddRectangle({10, 10}, {40, 40});
+    AddRectangle({100, 10}, {140, 40});
+    AddRectangle({200, 10}, {240, 40});
+    const MapDocument& d = c.Document();
+    c.ReStackArrayFromOptions(0);
+    QCOMPARE(d.ShapeOrder(), (std::vector<std::int16_t>{0, 2, 1}));
+    QCOMPARE(d.Shape(0).ShapeColor, d.FocusColor);
+    QCOMPARE(d.Shape(2).ShapeColor, d.NonFocusColor);
+    // An index past the list is a message, not a crash, and changes nothing.
+    c.ReStackArrayFromOptions(7);
+    QCOMPARE(m_host->ui.messageTexts(), QStringList{QStringLiteral("Subscript out of range")});
+    QCOMPARE(d.ShapeOrder(), (std::vector<std::int16_t>{0, 2, 1}));
+    PatShape copy;
+    QVERIFY(c.SetShapeEqualToTopShape(copy));
+    QCOMPARE(copy.Points().front(), (ShapePoint{0, 0}));
+    c.DeleteShape();
+    QCOMPARE(d.ItemCount(), std::int16_t(1));
+    QCOMPARE(d.ShapeOrder().front(), std::int16_t(1));
+    c.SetNewShape(copy);
+    QCOMPARE(d.ItemCount(), std::int16_t(2));
+    QCOMPARE(d.ShapeOrder().front(), std::int16_t(2));
+    QCOMPARE(d.Shape(2).Points().front(), (ShapePoint{0, 0}));
+    m_canvas->Document().FocusColor = 0x00FF00;
+    c.SetShapeColors();
+    QCOMPARE(d.Shape(2).ShapeColor, 0x00FF00);
+    QCOMPARE(m_host->ui.messages.size(), 1);
+}
+
+void TestCanvasCommands::morphAndPasteKeepListWhole()
+{
+    ShapeCanvas& c = NewCanvas();
+    AddRectangle({10, 10}, {40, 30});
+    c.MorphShape(Circle);
+    QCOMPARE(int(c.Document().Shape(0).GetShapeType()), int(Circle));
+    c.MorphShape(9); // not a shape type: nothing happens
+    QCOMPARE(int(c.Document().Shape(0).GetShapeType()), int(Circle));
+    c.MorphShape(Polygon);
+    QCOMPARE(int(c.Document().Shape(0).GetShapeType()), int(Polygon));
+    // The polygon's vertex can still be dragged.
+    QTest::mousePress(&c.Surface(), Qt::LeftButton, {}, {40, 30});
+    QTest::mouseMove(&c.Surface(), {50, 45});
+    QTest::mouseRelease(&c.Surface(), Qt::LeftButton, {}, {50, 45});
+    QCOMPARE(c.Document().Shape(0).Points().at(2), (ShapePoint{50, 45}));
+    QVERIFY(m_host->ui.messages.isEmpty());
+}
+
+QTEST_MAIN(TestCanvasCommands)
+#include "tst_canvascommands.moc"
