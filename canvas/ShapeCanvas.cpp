@@ -13,6 +13,7 @@
 #include "frame/Module1.h"
 #include "interchange/MapCodeGenerator.h"
 #include "interchange/MapFile.h"
+#include "interchange/NewMap.h"
 #include "shape/Numeric.h"
 
 #include <QCloseEvent>
@@ -128,13 +129,7 @@ template <class Command> bool ShapeCanvas::GuardedWithSnapshot(Command&& command
 
 void ShapeCanvas::SetNewPicture(const QImage& Picture, const QString& PicturePath)
 {
-    m_document.OrigPic = Picture;
-    m_document.RealWidth = Picture.width();
-    m_document.RealHeight = Picture.height();
-    m_document.SWidth = Picture.width();
-    m_document.SHeight = Picture.height();
-    m_document.ImageName = Module1::FileNameOfPath(PicturePath);
-    m_document.ImagePath = Module1::FolderOfPath(PicturePath);
+    NewMap::SetPicture(m_document, Picture, PicturePath);
     SetZoomLevel(1.0);
 }
 

@@ -3,6 +3,9 @@
 #include "canvas/OpenMapCount.h"
 #include "canvas/ShapeCanvas.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
@@ -49,6 +52,10 @@ private slots:
     void checkTheUrlsOpensChecker();
     void shapeCommands();
     void morphAndPasteKeepListWhole();
+    void openMapFile();
+    void openMissingMapChangesNothing();
+    void saveAsksForNameOnce();
+    void saveFailureKeepsCaption();
 };
 
 void TestCanvasCommands::newPictureSetsSizesAndNames()
@@ -148,6 +155,98 @@ void TestCanvasCommands::morphAndPasteKeepListWhole()
     QTest::mouseRelease(&c.Surface(), Qt::LeftButton, {}, {50, 45});
     QCOMPARE(c.Document().Shape(0).Points().at(2), (ShapePoint{50, 45}));
     QVERIFY(m_host->ui.messages.isEmpty());
+}
+
+void TestCanvasCommands::openMapFile()
+{
+    FakeCanvasHost host;
+    ShapeCanvas c(host);
+    c.resize(500, 400);
+    QVERIFY(c.OpenMapFile(QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp")));
+    QVERIFY(host.ui.messages.isEmpty());
+    QCOMPARE(c.windowTitle(), QStringLiteral("sample.imp"));
+    const MapDocument& d = c.Document();
+    QCOMPARE(d.MapName, QStringLiteral("Harbour"));
+    QVERIFY(d.ItemCount() >= 0);
+    QVERIFY(!d.OrigPic.isNull());
+    // The stored zoom is applied to the view.
+    QCOMPARE(c.Surface().size(),
+             QSize(qRound(d.SWidth * d.ZoomLevel), qRound(d.SHeight * d.ZoomLevel)));
+    QCOMPARE(c.HoldImageBuffer().size(), c.Surface().size());
+    // The shapes answer to the mouse at once.
+    c.show();
+    const ShapePoint corner = d.Shape(d.ShapeOrder().front()).Points().front();
+    QTest::mousePress(&c.Surface(), Qt::LeftButton, {}, QPoint(corner.x, corner.y));
+    QCOMPARE(d.HitState, std::int16_t(0));
+    QTest::mouseRelease(&c.Surface(), Qt::LeftButton, {}, QPoint(corner.x, corner.y));
+}
+
+void TestCanvasCommands::openMissingMapChangesNothing()
+{
+    ShapeCanvas& c = NewCanvas();
+    AddRectangle({10, 10}, {40, 40});
+    c.setWindowTitle(QStringLiteral("Untitled"));
+    QVERIFY(!c.OpenMapFile(QStringLiteral("/nonexistent/none.imp")));
+    QCOMPARE(m_host->ui.messageTexts(),
+             QStringList{QStringLiteral("Error, map cannot be loaded.")});
+    QCOMPARE(c.Document().ItemCount(), std::int16_t(0));
+    QCOMPARE(c.windowTitle(), QStringLiteral("Untitled"));
+    QCOMPARE(c.FileName(), QString());
+}
+
+void TestCanvasCommands::saveAsksForNameOnce()
+{
+    QTemporaryDir dir;
+    ShapeCanvas& c = NewCanvas();
+    // A picture that exists, so that the saved map opens again.
+    const QString picture = dir.filePath(QStringLiteral("pic.png"));
+    QVERIFY(c.Document().OrigPic.save(picture));
+    c.SetNewPicture(c.Document().OrigPic, picture);
+    AddRectangle({10, 10}, {40, 40});
+    c.setWindowTitle(QStringLiteral("Untitled"));
+    // Cancelled: nothing written, caption kept.
+    c.SaveMap();
+    QCOMPARE(c.windowTitle(), QStringLiteral("Untitled"));
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("pic.png")});
+    // A name without the extension gets ".imp".
+    m_host->ui.mapNamesToSave.enqueue(dir.filePath(QStringLiteral("garden")));
+    c.SaveMap();
+    const QString saved = dir.filePath(QStringLiteral("garden.imp"));
+    QVERIFY(QFile::exists(saved));
+    QCOMPARE(c.FileName(), saved);
+    QCOMPARE(c.windowTitle(), QStringLiteral("garden.imp"));
+    // The second save asks nothing.
+    QVERIFY(QFile::remove(saved));
+    c.SaveMap();
+    QVERIFY(QFile::exists(saved));
+    QVERIFY(m_host->ui.mapNamesToSave.isEmpty());
+    // Save As asks again; a name holding ".IMP" anywhere is kept as it is.
+    m_host->ui.mapNamesToSave.enqueue(dir.filePath(QStringLiteral("copy.IMP.txt")));
+    c.SaveMapAs();
+    QVERIFY(QFile::exists(dir.filePath(QStringLiteral("copy.IMP.txt"))));
+    QCOMPARE(c.windowTitle(), QStringLiteral("copy.IMP.txt"));
+    // Save As cancelled keeps the current name.
+    c.SaveMapAs();
+    QCOMPARE(c.FileName(), dir.filePath(QStringLiteral("copy.IMP.txt")));
+    QVERIFY(m_host->ui.messages.isEmpty());
+
+    FakeCanvasHost host;
+    ShapeCanvas reopened(host);
+    QVERIFY(reopened.OpenMapFile(saved));
+    QCOMPARE(reopened.Document().Shape(0).Points(), c.Document().Shape(0).Points());
+}
+
+void TestCanvasCommands::saveFailureKeepsCaption()
+{
+    ShapeCanvas& c = NewCanvas();
+    c.setWindowTitle(QStringLiteral("Untitled"));
+    m_host->ui.mapNamesToSave.enqueue(QStringLiteral("/nonexistent/folder/map.imp"));
+    c.SaveMap();
+    QCOMPARE(m_host->ui.messageTexts(),
+             QStringList{QStringLiteral("There was an error while trying to save the file.")});
+    QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
+    QCOMPARE(c.windowTitle(), QStringLiteral("Untitled"));
+    QCOMPARE(c.FileName(), QString());
 }
 
 QTEST_MAIN(TestCanvasCommands)
