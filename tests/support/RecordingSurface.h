@@ -69,22 +69,6 @@ public:
         return c.region;
     }
 
-    // What is still waiting to be repainted when the first RepaintNow arrives (or at
-    // the end): invalidations added, validations taken out, in order.
-    QRegion pendingAtFirstRepaint() const
-    {
-        QRegion pending;
-        for (const Call& c : calls) {
-            if (c.kind == Kind::Repaint)
-                break;
-            if (c.kind == Kind::InvalidateRect || c.kind == Kind::InvalidateRegion)
-                pending += area(c);
-            else if (c.kind == Kind::ValidateRect || c.kind == Kind::ValidateRegion)
-                pending -= area(c);
-        }
-        return pending;
-    }
-
     // Everything invalidated over all calls, validations ignored.
     QRegion everInvalidated() const
     {
