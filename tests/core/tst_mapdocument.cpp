@@ -628,6 +628,29 @@ void TestMapDocument::randomOperationsKeepInvariants()
             for (int i = 0; i < count; ++i)
                 order.push_back(static_cast<std::int16_t>(i));
             restacked = count > 1;
+        } else if (op == 8 && pick(0, 9) == 1) {
+            what = "adopt";
+            const int count = pick(1, 5);
+            std::vector<PatShape> shapes;
+            std::vector<std::int16_t> newOrder;
+            for (int i = 0; i < count; ++i) {
+                shapes.push_back(Named(QString::number(nextId++), doc.NonFocusColor));
+                newOrder.push_back(static_cast<std::int16_t>(i));
+            }
+            std::shuffle(newOrder.begin(), newOrder.end(), random);
+            // A file whose order repeats an entry is refused whole; the checks below
+            // then find the document as it was.
+            const bool broken = count > 1 && pick(0, 2) == 0;
+            if (broken) {
+                newOrder.back() = newOrder.front();
+                QVERIFY_THROWS_EXCEPTION(IndexOutOfRangeError, doc.AdoptShapes(shapes, newOrder));
+            } else {
+                doc.AdoptShapes(shapes, newOrder);
+                ids.clear();
+                for (const PatShape& shape : shapes)
+                    ids.push_back(shape.URL);
+                order = newOrder;
+            }
         } else if (op == 9) {
             what = "bad index";
             const std::int16_t i = static_cast<std::int16_t>(pick(-2, n + 1));
