@@ -42,6 +42,9 @@ std::optional<QString> MapTextCodec::Decode(const QByteArray& Bytes)
 
 QByteArray MapTextCodec::Encode(const QString& Text)
 {
+    // Most maps are plain ASCII, the same bytes in either encoding.
+    if (std::all_of(Text.cbegin(), Text.cend(), [](QChar c) { return c.unicode() < 0x80; }))
+        return Text.toLatin1();
     QStringEncoder codePage(WindowsCodePage);
     if (codePage.isValid()) {
         QByteArray bytes = codePage(Text);

@@ -1,15 +1,32 @@
 #include "interchange/MapTextWriter.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <string>
 
 namespace {
 
 const QLatin1String LineEnd("\r\n");
 
+// Room for any 64-bit integer and its sign.
+constexpr std::size_t DigitsRoom = 24;
+
+bool IsBreak(QChar c)
+{
+    return c == QLatin1Char('\r') || c == QLatin1Char('\n') || c.unicode() == 0;
+}
+
 QString Signed(const QString& digits)
 {
     return digits.startsWith(QLatin1Char('-')) ? digits + QLatin1Char(' ')
                                                : QLatin1Char(' ') + digits + QLatin1Char(' ');
+}
+
+// Appends Value's decimal digits to the buffer at End; returns the new end.
+char* AppendDigits(char* End, std::int64_t Value)
+{
+    return std::to_chars(End, End + DigitsRoom, Value).ptr;
 }
 
 } // namespace
@@ -26,19 +43,25 @@ void MapTextWriter::EndLine()
 
 void MapTextWriter::String(const QString& Value)
 {
-    const qsizetype start = m_text.size();
-    m_text += Value;
-    for (qsizetype i = start; i < m_text.size(); ++i) {
-        const QChar c = m_text.at(i);
-        if (c == QLatin1Char('\r') || c == QLatin1Char('\n') || c.unicode() == 0)
-            m_text[i] = QLatin1Char(' ');
+    if (std::none_of(Value.cbegin(), Value.cend(), IsBreak)) {
+        m_text += Value;
+    } else {
+        QString clean = Value;
+        std::replace_if(clean.begin(), clean.end(), IsBreak, QLatin1Char(' '));
+        m_text += clean;
     }
     EndLine();
 }
 
 QString MapTextWriter::IntegerText(std::int64_t Value)
 {
-    return Signed(QString::number(Value));
+    char digits[DigitsRoom + 2];
+    char* end = digits;
+    if (Value >= 0)
+        *end++ = ' ';
+    end = AppendDigits(end, Value);
+    *end++ = ' ';
+    return QString::fromLatin1(digits, end - digits);
 }
 
 QString MapTextWriter::DoubleText(double Value)
@@ -55,8 +78,15 @@ QString MapTextWriter::DoubleText(double Value)
 
 void MapTextWriter::Integer(std::int64_t Value)
 {
-    m_text += IntegerText(Value);
-    EndLine();
+    char digits[DigitsRoom + 4];
+    char* end = digits;
+    if (Value >= 0)
+        *end++ = ' ';
+    end = AppendDigits(end, Value);
+    *end++ = ' ';
+    *end++ = '\r';
+    *end++ = '\n';
+    m_text += QLatin1String(digits, end - digits);
 }
 
 void MapTextWriter::Double(double Value)
@@ -73,11 +103,16 @@ void MapTextWriter::Boolean(bool Value)
 
 void MapTextWriter::Points(const std::vector<ShapePoint>& Points)
 {
+    std::string line;
+    line.resize(Points.size() * (2 * DigitsRoom + 2) + 2);
+    char* end = line.data();
     for (const ShapePoint& p : Points) {
-        m_text += QString::number(p.x);
-        m_text += QLatin1Char(',');
-        m_text += QString::number(p.y);
-        m_text += QLatin1Char(',');
+        end = AppendDigits(end, p.x);
+        *end++ = ',';
+        end = AppendDigits(end, p.y);
+        *end++ = ',';
     }
-    EndLine();
+    *end++ = '\r';
+    *end++ = '\n';
+    m_text += QLatin1String(line.data(), end - line.data());
 }
