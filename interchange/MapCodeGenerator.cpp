@@ -101,8 +101,9 @@ QString MapCodeGenerator::GenerateMapCode(MapDocument& Document, Form form)
     QString text;
     text.reserve(static_cast<qsizetype>(d.ItemCount() + 1) * 96 + 1024);
     text += QLatin1String("<map name=") + Q + d.MapName + Q + QLatin1Char('>') + CRLF;
-    for (std::int16_t i = 0; i <= d.ItemCount(); ++i) {
-        text += Document.Shape(i).GenerateHTML();
+    // An int loop: a 16-bit index would wrap before passing the last of 32,768 shapes.
+    for (int i = 0; i <= d.ItemCount(); ++i) {
+        text += Document.Shape(static_cast<std::int16_t>(i)).GenerateHTML();
         text += CRLF;
     }
     if (!(d.DefURL + d.DefComment + d.DefStatus + d.DefAlert).isEmpty())
