@@ -6,15 +6,23 @@
 #include <QPolygon>
 #include <QRegion>
 #include <algorithm>
+#include <charconv>
+#include <initializer_list>
 #include <utility>
 
 namespace {
 
 constexpr std::int32_t HandleReach = 4;
 
-QRect ToQRect(const ShapeRect& r) { return r.toQRect(); }
+QRect ToQRect(const ShapeRect& r)
+{
+    return r.toQRect();
+}
 
-QRegion RectRegion(const ShapeRect& r) { return QRegion(ToQRect(r)); }
+QRegion RectRegion(const ShapeRect& r)
+{
+    return QRegion(ToQRect(r));
+}
 
 ShapeRect Shrink(const ShapeRect& r, std::int32_t by)
 {
@@ -31,7 +39,22 @@ bool CommonInterior(const ShapeRect& a, const ShapeRect& b, ShapeRect& out)
     return out.left <= out.right && out.top <= out.bottom;
 }
 
-QString Escaped(QString s) { return s.replace(QLatin1Char('\''), QLatin1String("\\'")); }
+// Value with every apostrophe as \', for a script string delimited by apostrophes.
+void AppendEscaped(QString& html, const QString& value)
+{
+    for (const QChar c : value) {
+        if (c == QLatin1Char('\''))
+            html += QLatin1Char('\\');
+        html += c;
+    }
+}
+
+void AppendNumber(QString& html, std::int32_t value)
+{
+    char digits[12];
+    const char* end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    html += QLatin1String(digits, end - digits);
+}
 
 // Only blanks count: a tab or a line break in a field is content.
 bool IsBlank(const QString& s)
@@ -105,9 +128,9 @@ void PatShape::AddPointToShape(std::int32_t x, std::int32_t y)
 }
 
 void PatShape::ResetInfo(std::int16_t TheShapeType, bool IsFinished, std::int32_t TheColor,
-                         const QString& TheURL, const QString& TheComment,
-                         const QString& TheTarget, const QString& TheStatusString,
-                         std::int16_t TheAlertBox, const QString& TheAlertBoxString)
+                         const QString& TheURL, const QString& TheComment, const QString& TheTarget,
+                         const QString& TheStatusString, std::int16_t TheAlertBox,
+                         const QString& TheAlertBoxString)
 {
     m_shapeKind = TheShapeType;
     ShapeBuildingFinished = IsFinished;
@@ -247,59 +270,83 @@ void PatShape::ResetPointsToZoom(double NewZoomLevel)
 
 QString PatShape::GenerateHTML()
 {
+    // At zoom 1.0 the rescale there and back changes nothing; big maps skip its copies.
     const double previousZoom = m_shapeZoom;
-    ResetPointsToZoom(1.0);
+    if (previousZoom != 1.0)
+        ResetPointsToZoom(1.0);
 
     QString html;
-    html.reserve(96 + URL.size() + Comment.size() + Target.size() + StatusString.size() +
-                 AlertString.size() + static_cast<int>(m_points.size()) * 10);
+    html.reserve(160 + URL.size() + Comment.size() + Target.size() + StatusString.size() +
+                 AlertString.size() + static_cast<qsizetype>(m_points.size()) * 12);
     // The true extent of the points: BoundingRect's starting values would cap
     // coordinates beyond 100000.
     const ShapeRect b = Extent(m_points);
+    const auto coords = [&html](std::initializer_list<std::int32_t> values) {
+        html += QLatin1String(" coords=\"");
+        bool first = true;
+        for (std::int32_t v : values) {
+            if (!first)
+                html += QLatin1Char(',');
+            first = false;
+            AppendNumber(html, v);
+        }
+        html += Q;
+    };
     switch (m_shapeKind) {
     case Rectangle:
-        html += QLatin1String("<area shape=") + Q + QLatin1String("rect") + Q +
-                QLatin1String(" coords=") + Q + QString::number(b.left) + QLatin1Char(',') +
-                QString::number(b.top) + QLatin1Char(',') + QString::number(b.right) +
-                QLatin1Char(',') + QString::number(b.bottom) + Q;
+        html += QLatin1String("<area shape=\"rect\"");
+        coords({b.left, b.top, b.right, b.bottom});
         break;
     case Circle: {
         std::int32_t cx = 0, cy = 0, r = 0;
         CircleInBox(b, cx, cy, r);
-        html += QLatin1String("<area shape=") + Q + QLatin1String("circle") + Q +
-                QLatin1String(" coords=") + Q + QString::number(cx) + QLatin1Char(',') +
-                QString::number(cy) + QLatin1Char(',') + QString::number(r) + Q;
+        html += QLatin1String("<area shape=\"circle\"");
+        coords({cx, cy, r});
         break;
     }
     case Polygon:
-        html += QLatin1String("<area shape=") + Q + QLatin1String("poly") + Q +
-                QLatin1String(" coords=") + Q;
+        html += QLatin1String("<area shape=\"poly\" coords=\"");
         for (const ShapePoint& p : m_points) {
-            html += QString::number(p.x) + QLatin1Char(',') + QString::number(p.y) +
-                    QLatin1Char(',');
+            AppendNumber(html, p.x);
+            html += QLatin1Char(',');
+            AppendNumber(html, p.y);
+            html += QLatin1Char(',');
         }
         html += Q;
         break;
     default:
         break;
     }
-    html += QLatin1String(" href=") + Q + (IsBlank(URL) ? QStringLiteral("#") : URL) + Q;
-    if (!IsBlank(Comment))
-        html += QLatin1String(" alt=") + Q + Comment + Q;
-    if (!IsBlank(Target))
-        html += QLatin1String(" target=") + Q + Target + Q;
+    html += QLatin1String(" href=\"");
+    if (IsBlank(URL))
+        html += QLatin1Char('#');
+    else
+        html += URL;
+    html += Q;
+    if (!IsBlank(Comment)) {
+        html += QLatin1String(" alt=\"");
+        html += Comment;
+        html += Q;
+    }
+    if (!IsBlank(Target)) {
+        html += QLatin1String(" target=\"");
+        html += Target;
+        html += Q;
+    }
     if (!IsBlank(StatusString)) {
-        html += QLatin1String(" OnFocus=") + Q + QLatin1String("window.status='") +
-                Escaped(StatusString) + QLatin1Char('\'') + Q + QLatin1String(" OnBlur=") + Q +
-                QLatin1String("window.status=''") + Q;
+        html += QLatin1String(" OnFocus=\"window.status='");
+        AppendEscaped(html, StatusString);
+        html += QLatin1String("'\" OnBlur=\"window.status=''\"");
     }
     if (AlertBox != 0 && !AlertString.isEmpty()) {
-        html += QLatin1String(" OnClick=") + Q + QLatin1String("javascript:alert('") +
-                Escaped(AlertString) + QLatin1String("')") + Q;
+        html += QLatin1String(" OnClick=\"javascript:alert('");
+        AppendEscaped(html, AlertString);
+        html += QLatin1String("')\"");
     }
     html += QLatin1Char('>');
 
-    ResetPointsToZoom(previousZoom);
+    if (previousZoom != 1.0)
+        ResetPointsToZoom(previousZoom);
     return html;
 }
 
@@ -371,8 +418,8 @@ void PatShape::MoveShape(std::int32_t x, std::int32_t y, bool UsingGrid, std::in
         m_points = std::move(moved);
         if (m_shapeKind == Rectangle) {
             ShapeRect common;
-            if (CommonInterior(NormalizeRect(oldInflated, false),
-                               NormalizeRect(newInflated, false), common))
+            if (CommonInterior(NormalizeRect(oldInflated, false), NormalizeRect(newInflated, false),
+                               common))
                 Validate(common);
         } else {
             const ShapeRect a = Shrink(NormalizeRect(oldInflated, true), 2);
