@@ -1,6 +1,7 @@
 #include "canvas/MapPainter.h"
 
 #include "canvas/MapDocument.h"
+#include "shape/HandleSprites.h"
 #include "shape/ShapePainter.h"
 
 #include <QImage>
@@ -39,15 +40,16 @@ void MapPainter::Paint(QPainter& painter, const MapDocument& Document, const QIm
     painter.setClipRegion(Region);
     PaintBackground(painter, Background, Region);
     const QRect regionBounds = Region.boundingRect();
+    HandleSprites sprites;
     const auto& shapes = Document.Shapes();
     for (const PatShape& shape : shapes) {
         if (Touches(Region, shape.PaintBounds().toQRect(), regionBounds))
-            ShapePainter::ReDrawShape(painter, shape);
+            ShapePainter::ReDrawShape(painter, shape, &sprites);
     }
     if (Document.ItemCount() >= 0) {
         const PatShape& top = Document.Shape(Document.ShapeOrder().front());
         if (Touches(Region, top.PaintBounds().toQRect(), regionBounds))
-            ShapePainter::ReDrawShape(painter, top);
+            ShapePainter::ReDrawShape(painter, top, &sprites);
         const std::int16_t current = Document.CurrentShape;
         if (Document.PolygonInProgress && current >= 0 && current <= Document.ItemCount())
             ShapePainter::DrawRubberBand(painter, Document.Shape(current));

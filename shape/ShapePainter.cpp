@@ -1,5 +1,6 @@
 #include "shape/ShapePainter.h"
 
+#include "shape/HandleSprites.h"
 #include "shape/PatShape.h"
 
 #include <QPainter>
@@ -23,7 +24,7 @@ QColor ShapePainter::ToQColor(std::int32_t colour)
     return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
 }
 
-void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape)
+void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape, HandleSprites* Sprites)
 {
     const auto& points = shape.Points();
     if (points.empty())
@@ -58,11 +59,20 @@ void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape)
             painter.drawPolyline(polygon);
     }
     painter.restore();
-    DrawHandles(painter, shape);
+    DrawHandles(painter, shape, Sprites);
 }
 
-void ShapePainter::DrawHandles(QPainter& painter, const PatShape& shape)
+void ShapePainter::DrawHandles(QPainter& painter, const PatShape& shape, HandleSprites* Sprites)
 {
+    // Pictures land on whole pixels only without scaling or rotation.
+    if (Sprites != nullptr && painter.transform().type() == QTransform::TxNone) {
+        const QImage& sprite = Sprites->For(ToQColor(shape.ShapeColor));
+        for (const ShapePoint& p : shape.Points()) {
+            const ShapeRect h = PatShape::HandleRect(p);
+            painter.drawImage(h.left, h.top, sprite);
+        }
+        return;
+    }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(Qt::white, 0));
