@@ -99,3 +99,9 @@ void CanvasSurface::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     emit Resized();
 }
+
+void CanvasSurface::leaveEvent(QEvent* event)
+{
+    QWidget::leaveEvent(event);
+    emit PointerLeft();
+}

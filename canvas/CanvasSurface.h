@@ -38,6 +38,7 @@ signals:
     void Released(QPointF Position, QPoint GlobalPosition);
     void DoubleClicked();
     void KeyPressed(int Key);
+    void PointerLeft();
     void Resized();
 
 protected:
@@ -48,6 +49,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     const MapDocument& m_document;

@@ -7,7 +7,8 @@
 
 // The boundary of a user's command or event: an overflow, a bad index or a division
 // by zero ends the command with a critical message instead of the program.
-class CommandGuard {
+class CommandGuard
+{
 public:
     // Runs Command; when it fails, runs BeforeMessage (to let go of the pointer, say),
     // tells the user and returns false.

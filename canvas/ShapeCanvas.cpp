@@ -84,6 +84,7 @@ void ShapeCanvas::BuildChildren()
     connect(m_canvas, &CanvasSurface::Released, this, &ShapeCanvas::OnReleased);
     connect(m_canvas, &CanvasSurface::DoubleClicked, this, &ShapeCanvas::OnDoubleClicked);
     connect(m_canvas, &CanvasSurface::KeyPressed, this, &ShapeCanvas::OnKeyPressed);
+    connect(m_canvas, &CanvasSurface::PointerLeft, this, &ShapeCanvas::OnPointerLeft);
     connect(m_canvas, &CanvasSurface::Resized, this, [this] { SetPicSize(); });
     connect(m_hScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnHScroll);
     connect(m_vScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnVScroll);
@@ -321,8 +322,9 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
 void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
 {
     const ShapeRect area = VisibleArea();
+    // Only the active window captures, so that a dialog opened over it keeps the mouse.
     if (m_canvasCanGrab && QWidget::mouseGrabber() != m_canvas && m_canvas->isEnabled() &&
-        m_canvas->isVisible())
+        m_canvas->isVisible() && m_canvas->isActiveWindow())
         m_canvas->grabMouse();
     if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
         if (QWidget::mouseGrabber() == m_canvas && !m_confined)
@@ -347,6 +349,21 @@ void ShapeCanvas::OnDoubleClicked()
     const int tab = m_editor.DoubleClickTab();
     if (tab != 0)
         ShapeProperties(static_cast<std::int16_t>(tab));
+}
+
+void ShapeCanvas::OnPointerLeft()
+{
+    // Without a capture, leaving the surface is the last move it hears of.
+    if (QWidget::mouseGrabber() != m_canvas)
+        m_host.SetStatusText(QString());
+}
+
+bool ShapeCanvas::event(QEvent* event)
+{
+    // A dialog or another program taking over must get the pointer back.
+    if (event->type() == QEvent::WindowDeactivate)
+        ReleaseConfinement();
+    return QWidget::event(event);
 }
 
 void ShapeCanvas::OnKeyPressed(int Key)

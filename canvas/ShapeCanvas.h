@@ -79,6 +79,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     CanvasHost& m_host;
@@ -107,6 +108,7 @@ private:
     void OnReleased(QPointF Position, QPoint GlobalPosition);
     void OnDoubleClicked();
     void OnKeyPressed(int Key);
+    void OnPointerLeft();
     void OnHScroll(int Value);
     void OnVScroll(int Value);
     void OnHChange(int Value);
