@@ -32,6 +32,7 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     m_combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_combo->installEventFilter(this);
     m_base->setObjectName(QStringLiteral("txtURL"));
+    m_base->setMinimumWidth(180);
     auto* baseLabel = new QLabel(QStringLiteral("Base URL:"), this);
     baseLabel->setBuddy(m_base);
     m_browser->setObjectName(QStringLiteral("WebBrowser1"));

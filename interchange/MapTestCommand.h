@@ -1,0 +1,12 @@
+#pragma once
+
+class ModalUi;
+class ShapeCanvas;
+
+// "Test Image Map" on a map window: its test code in the test page next to the
+// program, opened in the desktop's browser.
+class MapTestCommand
+{
+public:
+    static void Run(ShapeCanvas& Map, ModalUi& Ui);
+};
