@@ -17,8 +17,7 @@
 #include <QVBoxLayout>
 
 ImageSize::ImageSize(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
-    : QDialog(parent), m_map(map), m_ui(ui), m_realWidth(map.Document().RealWidth),
-      m_realHeight(map.Document().RealHeight), m_width(new QLineEdit(QStringLiteral("100"), this)),
+    : QDialog(parent), m_map(map), m_ui(ui), m_width(new QLineEdit(QStringLiteral("100"), this)),
       m_height(new QLineEdit(QStringLiteral("100"), this))
 {
     setObjectName(QStringLiteral("ImageSize"));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDialog>
-#include <cstdint>
 
 class ModalUi;
 class QLineEdit;
@@ -21,8 +20,6 @@ public:
 private:
     ShapeCanvas& m_map;
     ModalUi& m_ui;
-    std::int32_t m_realWidth;
-    std::int32_t m_realHeight;
     QLineEdit* m_width;
     QLineEdit* m_height;
 };
