@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -480,6 +481,21 @@ void TestShapeCanvas::statusTextInPicturePixels()
     QCOMPARE(m_host->statusText, QStringLiteral("X:50 Y:20"));
     QTest::mouseMove(Surface(), {103, 43});
     QCOMPARE(m_host->statusText, QStringLiteral("X:52 Y:22"));
+    // The surface (800 wide) goes on beyond the viewport: hidden parts show nothing,
+    // and the right edge of the visible area still counts.
+    const ShapeRect area = m_canvas->VisibleArea();
+    const QPoint origin = Surface()->mapToGlobal(QPoint(0, 0));
+    const int edge = area.right - origin.x();
+    QTest::mouseMove(Surface(), QPoint(edge, 60));
+    QCOMPARE(m_host->statusText,
+             QStringLiteral("X:%1 Y:30").arg(std::lrint(edge / 2.0))); // halves to even
+    QTest::mouseMove(Surface(), QPoint(area.right - origin.x() + 1, 60));
+    QCOMPARE(m_host->statusText, QString());
+    QTest::mouseMove(Surface(), {101, 40});
+    QCOMPARE(m_host->statusText, QStringLiteral("X:50 Y:20"));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(Surface(), &leave);
+    QCOMPARE(m_host->statusText, QString());
     // Over a window that is not the active map, nothing is shown.
     m_host->active = nullptr;
     QTest::mouseMove(Surface(), {120, 60});
@@ -504,6 +520,17 @@ void TestShapeCanvas::confinementRectangle()
     QVERIFY(c.PointerConfined());
     QTest::mouseRelease(Surface(), Qt::LeftButton, {}, {30, 30});
     QVERIFY(!c.PointerConfined());
+    // While a polygon is drawn the pointer is held inside: a move into the viewport's
+    // last 4 pixels, past the visible area, lands on its edge.
+    m_host->mode = CanvasHost::DrawingMode::Polygon;
+    Click({30, 30});
+    Click({80, 30});
+    QVERIFY(c.PointerConfined());
+    const int right = c.VisibleArea().right - origin.x();
+    const int bottom = c.VisibleArea().bottom - origin.y();
+    QTest::mouseMove(Surface(), {right + 2, bottom + 3});
+    QCOMPARE(Doc().Shape(0).LastLineX(), right);
+    QCOMPARE(Doc().Shape(0).LastLineY(), bottom);
 }
 
 void TestShapeCanvas::gridLinesInBuffer()
