@@ -49,10 +49,12 @@ QString WithSeparator(const QString& folder)
 }
 
 // The folder the picture is in: ImagePath when it is there, otherwise the map file's own
-// folder (a map moved together with its picture). Nothing when it is in neither.
+// folder (a map moved together with its picture). Nothing when it is in neither. A
+// relative ImagePath would depend on the working folder, so it counts as elsewhere.
 std::optional<QString> PictureFolder(const MapDocument& document, const QString& mapFile)
 {
-    if (QFileInfo(document.ImagePath + document.ImageName).isFile())
+    const QString stored = document.ImagePath + document.ImageName;
+    if (QDir::isAbsolutePath(stored) && QFileInfo(stored).isFile())
         return document.ImagePath;
     const QString beside =
         WithSeparator(QDir::toNativeSeparators(QFileInfo(mapFile).absolutePath()));
@@ -273,7 +275,8 @@ MapFile::WriteResult MapFile::SaveMap(const MapDocument& Document, const QString
     QSaveFile file(FileName);
     // Unbuffered, so that a short write (disk full) shows in write()'s count: a buffered
     // flush does not report it and commit() would keep the truncated file.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(bytes) != bytes.size() || !file.commit()) {
         file.cancelWriting();
         result.message = SaveErrorMessage();
         return result;

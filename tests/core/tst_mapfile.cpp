@@ -154,6 +154,7 @@ private slots:
     void refusesWhatIsNoFile();
     void missingPicture_data();
     void missingPicture();
+    void findsMovedPictureBesideTheMap_data();
     void findsMovedPictureBesideTheMap();
     void storedFileName_data();
     void storedFileName();
@@ -509,22 +510,37 @@ void TestMapFile::missingPicture()
     QCOMPARE(read.messages, messages);
 }
 
+void TestMapFile::findsMovedPictureBesideTheMap_data()
+{
+    QTest::addColumn<QString>("imagePath");
+    QTest::newRow("windows folder") << "C:\\Users\\ann\\Pictures\\";
+    QTest::newRow("folder that is gone") << m_dir.filePath("gone/");
+    QTest::newRow("no folder") << "";
+    QTest::newRow("relative folder") << "./";
+}
+
 void TestMapFile::findsMovedPictureBesideTheMap()
 {
+    QFETCH(QString, imagePath);
     QTemporaryDir moved;
     QVERIFY(moved.isValid());
     WritePicture(moved.filePath(QStringLiteral("beside.png")));
     QStringList lines = ValidLines();
-    lines[2] = QStringLiteral("C:\\Users\\ann\\Pictures\\");
+    lines[2] = imagePath;
     lines[3] = QStringLiteral("beside.png");
     const QString path = moved.filePath(QStringLiteral("moved.imp"));
     QVERIFY(WriteFile(path, Crlf(lines)));
 
-    const MapFile::ReadResult read = MapFile::OpenMapFile(path);
+    // Also from inside the map's folder, where a relative path would happen to work.
+    const QString previous = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(moved.path()));
+    const MapFile::ReadResult read = MapFile::OpenMapFile(QStringLiteral("moved.imp"));
+    QDir::setCurrent(previous);
     QVERIFY(read.ok);
     QCOMPARE(read.document.ImagePath, QDir::toNativeSeparators(moved.path()) + QDir::separator());
     QCOMPARE(read.document.ImageName, QStringLiteral("beside.png"));
     QCOMPARE(read.document.OrigPic.size(), QSize(8, 6));
+    QCOMPARE(read.fileName, m_dir.filePath("map.imp"));
 }
 
 void TestMapFile::storedFileName_data()
