@@ -1,5 +1,6 @@
 #include "frame/HelpFile.h"
 
+#include "frame/ModalUi.h"
 #include "frame/Module1.h"
 
 #include <QDir>
@@ -25,4 +26,20 @@ QString HelpFile::Path()
             return place;
     }
     return places.first();
+}
+
+bool HelpFile::ShowManual(ModalUi& Ui)
+{
+    if (Ui.OpenWithDesktop(Path()))
+        return true;
+    Ui.Message(LoadError, ModalUi::Icon::Critical);
+    return false;
+}
+
+bool HelpFile::ShowOnline(ModalUi& Ui)
+{
+    if (Ui.OpenWithDesktop(OnlineAddress))
+        return true;
+    Ui.Message(BrowserError, ModalUi::Icon::Critical);
+    return false;
 }

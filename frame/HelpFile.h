@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+class ModalUi;
+
 // Where the user manual is and where "Corvane Online" goes.
 class HelpFile
 {
@@ -20,4 +22,9 @@ public:
     // The first candidate that exists; the first candidate when none does, so the
     // desktop reports the missing file.
     static QString Path();
+
+    // Opens the manual (or the web site) in the desktop's browser; tells the user when
+    // that fails. True when it opened.
+    static bool ShowManual(ModalUi& Ui);
+    static bool ShowOnline(ModalUi& Ui);
 };

@@ -1,0 +1,561 @@
+#include "frame/MDIForm1.h"
+
+#include "canvas/OpenMapCount.h"
+#include "canvas/ShapeCanvas.h"
+#include "frame/Credits.h"
+#include "frame/HelpFile.h"
+#include "frame/MapCommandSet.h"
+#include "frame/ModalUi.h"
+#include "frame/Module1.h"
+#include "frame/StartUp.h"
+#include "frame/ToolStrip.h"
+#include "frame/WindowArranger.h"
+#include "frame/ZoomRules.h"
+#include "frame/ZoomStep.h"
+#include "frame/frmOptions.h"
+#include "interchange/MapTest.h"
+#include "interchange/PictureLoader.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolButton>
+#include <exception>
+
+namespace {
+
+QIcon Icon(const char* name)
+{
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(QString::fromLatin1(name)));
+}
+
+QMenu* AddMenu(QWidget* parent, QMenuBar* bar, const char* name, const QString& caption)
+{
+    auto* menu = new QMenu(caption, parent);
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->menuAction()->setObjectName(QString::fromLatin1(name) + QStringLiteral("Menu"));
+    bar->addMenu(menu);
+    return menu;
+}
+
+QMenu* AddSubmenu(QMenu* parent, const char* name, const QString& caption)
+{
+    auto* menu = parent->addMenu(caption);
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->menuAction()->setObjectName(QString::fromLatin1(name) + QStringLiteral("Menu"));
+    return menu;
+}
+
+void AddSeparator(QMenu* menu, const char* name)
+{
+    menu->addSeparator()->setObjectName(QString::fromLatin1(name));
+}
+
+} // namespace
+
+MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
+    : QMainWindow(parent), ExecDialog([](QDialog& dialog) { return dialog.exec(); }), m_ui(Ui),
+      m_mdiArea(new QMdiArea), m_toolStrip(new ToolStrip), m_statusPanel(new QLabel),
+      m_zoomPanel(new QLabel)
+{
+    setObjectName(QStringLiteral("MDIForm1"));
+    setWindowTitle(QStringLiteral("Vantrel 1.0.1"));
+    setWindowIcon(Icon("vantrel"));
+
+    m_mdiArea->setObjectName(QStringLiteral("MdiArea"));
+    m_mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdiArea->setBackground(QColor(128, 128, 128));
+    auto* central = new QWidget;
+    auto* layout = new QHBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_toolStrip);
+    layout->addWidget(m_mdiArea, 1);
+    setCentralWidget(central);
+
+    statusBar()->setObjectName(QStringLiteral("StatusBar1"));
+    m_statusPanel->setObjectName(QStringLiteral("StatusPanel1"));
+    m_statusPanel->setMinimumWidth(160);
+    m_zoomPanel->setObjectName(QStringLiteral("StatusPanel2"));
+    statusBar()->addWidget(m_statusPanel, 1);
+    statusBar()->addPermanentWidget(m_zoomPanel);
+
+    CreateMenus();
+    ConnectToolStrip();
+    m_mapCommands = std::make_unique<MapCommandSet>(*this);
+    SetMapCommandsEnabled(OpenMapCount > 0);
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, &MDIForm1::UpdateZoomPanel);
+
+    // Centred on the screen, large enough for a picture and the strip.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        resize(qMin(area.width(), qMax(900, area.width() * 4 / 5)),
+               qMin(area.height(), qMax(680, area.height() * 4 / 5)));
+        move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
+    }
+}
+
+MDIForm1::~MDIForm1()
+{
+    // The map windows go first: they still talk to this frame while they close.
+    for (QMdiSubWindow* window : m_mdiArea->subWindowList())
+        delete window;
+}
+
+void MDIForm1::CreateMenus()
+{
+    QMenuBar* bar = menuBar();
+    const auto add = [this](QMenu* menu, const char* name, const QString& caption, const char* icon,
+                            const QKeySequence& keys, auto slot) {
+        QAction* action = menu->addAction(caption);
+        action->setObjectName(QString::fromLatin1(name));
+        if (icon != nullptr)
+            action->setIcon(Icon(icon));
+        if (!keys.isEmpty())
+            action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, slot);
+        return action;
+    };
+    const QKeySequence none;
+
+    QMenu* file = AddMenu(this, bar, "file", QStringLiteral("&File"));
+    add(file, "NewMap", QStringLiteral("&New Map"), "new", QKeySequence::New,
+        &MDIForm1::LoadNewMap);
+    add(file, "LoadPic", QStringLiteral("Load &Map"), "open", QKeySequence::Open,
+        &MDIForm1::OpenMap);
+    AddSeparator(file, "filesplit");
+    add(file, "menuSaveMap", QStringLiteral("Sa&ve Map"), "save", QKeySequence::Save,
+        &MDIForm1::SaveMap);
+    add(file, "menuSaveMapAs", QStringLiteral("&Save Map &As..."), "saveas",
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &MDIForm1::SaveMapAs);
+    AddSeparator(file, "filesplit2");
+    add(file, "generatecode", QStringLiteral("&Generate Image Map Code"), "generate", none,
+        &MDIForm1::GenerateCode);
+    add(file, "mnuTestMap", QStringLiteral("&Test Image Map"), "test", none, &MDIForm1::TestMap);
+    AddSeparator(file, "split1");
+    add(file, "Exit", QStringLiteral("E&xit"), "exit", QKeySequence::Quit, &MDIForm1::close);
+
+    QMenu* edit = AddMenu(this, bar, "edit", QStringLiteral("&Edit"));
+    add(edit, "CutShape", QStringLiteral("Cu&t Shape"), "cut", QKeySequence::Cut,
+        &MDIForm1::CutShape);
+    add(edit, "Copyshape", QStringLiteral("&Copy Shape"), "copy", QKeySequence::Copy,
+        &MDIForm1::CopyShape);
+    add(edit, "PasteShape", QStringLiteral("&Paste Shape"), "paste", QKeySequence::Paste,
+        &MDIForm1::PasteShape);
+    AddSeparator(edit, "editsplit");
+    add(edit, "DeleteShape", QStringLiteral("&Delete Shape"), "delete", QKeySequence::Delete,
+        &MDIForm1::DeleteShape);
+    AddSeparator(edit, "editsplit2");
+    QMenu* morph = AddSubmenu(edit, "MorphShape", QStringLiteral("&Morph to..."));
+    add(morph, "MorRectangle", QStringLiteral("&Rectangle"), "rectangle", none,
+        [this] { MorphShape(1); });
+    add(morph, "MorCircle", QStringLiteral("&Circle"), "circle", none, [this] { MorphShape(0); });
+    add(morph, "MorPolygon", QStringLiteral("&Polygon"), "polygon", none,
+        [this] { MorphShape(2); });
+
+    QMenu* view = AddMenu(this, bar, "view", QStringLiteral("&View"));
+    add(view, "smallsize", QStringLiteral("&Zoom In"), "zoomin", QKeySequence::ZoomIn,
+        &MDIForm1::ZoomIn);
+    add(view, "largesize", QStringLiteral("&Zoom Out"), "zoomout", QKeySequence::ZoomOut,
+        &MDIForm1::ZoomOut);
+    AddSeparator(view, "viewsplit");
+    add(view, "CustomZoom", QStringLiteral("Custom &Zoom"), "customzoom", none,
+        &MDIForm1::ShowCustomZoom);
+
+    QMenu* options = AddMenu(this, bar, "options", QStringLiteral("&Options"));
+    add(options, "theimagesize", QStringLiteral("&Image Size"), "imagesize", none,
+        &MDIForm1::ShowImageSize);
+    add(options, "Gridoptions", QStringLiteral("&Grid Options"), "grid", none,
+        &MDIForm1::ShowGridOptions);
+    add(options, "MapColors", QStringLiteral("&Map Colors"), "colors", none,
+        &MDIForm1::ShowMapColors);
+    add(options, "ShapeProperties", QStringLiteral("&Shape Properties"), "properties", none,
+        &MDIForm1::ShapeProperties);
+    AddSeparator(options, "optionssplit");
+    QMenu* modes = AddSubmenu(options, "Shapes", QStringLiteral("&Draw Mode"));
+    add(modes, "RectangleMode", QStringLiteral("&Rectangle"), "rectangle", none,
+        [this] { m_toolStrip->SelectMode(DrawingMode::Rectangle); });
+    add(modes, "CircleMode", QStringLiteral("&Circle"), "circle", none,
+        [this] { m_toolStrip->SelectMode(DrawingMode::Circle); });
+    add(modes, "PolygonMode", QStringLiteral("&Polygon"), "polygon", none,
+        [this] { m_toolStrip->SelectMode(DrawingMode::Polygon); });
+    add(modes, "pointermode", QStringLiteral("P&ointer"), "pointer", none,
+        [this] { m_toolStrip->SelectMode(DrawingMode::Pointer); });
+
+    QMenu* tools = AddMenu(this, bar, "tools", QStringLiteral("&Tools"));
+    add(tools, "ConvertToShapes", QStringLiteral("&Convert HTML Code to Map"), "convert", none,
+        &MDIForm1::ShowConvertHtml);
+    add(tools, "mnuURLChecker", QStringLiteral("&URL Checker"), "urlcheck", none,
+        &MDIForm1::CheckTheURLs);
+
+    m_windowMenu = AddMenu(this, bar, "TheWindow", QStringLiteral("&Window"));
+    add(m_windowMenu, "Cascade", QStringLiteral("&Cascade"), "cascade", none,
+        [this] { WindowArranger::Cascade(*m_mdiArea); });
+    add(m_windowMenu, "Tile", QStringLiteral("&Tile"), "tile", none,
+        [this] { WindowArranger::TileHorizontally(*m_mdiArea); });
+    add(m_windowMenu, "arrangeicons", QStringLiteral("&Arrange Icons"), "arrange", none,
+        [this] { WindowArranger::ArrangeIcons(*m_mdiArea); });
+    connect(m_windowMenu, &QMenu::aboutToShow, this, &MDIForm1::FillWindowList);
+
+    QMenu* help = AddMenu(this, bar, "HelpFileMenu", QStringLiteral("&Help"));
+    add(help, "HelpFile", QStringLiteral("&Help File"), "help", QKeySequence::HelpContents,
+        &MDIForm1::ShowHelpFile);
+    add(help, "corvaneonline", QStringLiteral("&Corvane Online"), "online", none,
+        &MDIForm1::ShowOnline);
+    AddSeparator(help, "mnuhelpsplit");
+    add(help, "mnuCredits", QStringLiteral("&Credits"), "credits", none, &MDIForm1::ShowCredits);
+}
+
+void MDIForm1::ConnectToolStrip()
+{
+    const std::pair<const char*, void (MDIForm1::*)()> buttons[] = {
+        {"btnNewImage", &MDIForm1::LoadNewMap},  {"btnOpen", &MDIForm1::OpenMap},
+        {"btnSave", &MDIForm1::SaveMap},         {"bntSaveAs", &MDIForm1::SaveMapAs},
+        {"btnCut", &MDIForm1::CutShape},         {"btnCopy", &MDIForm1::CopyShape},
+        {"btnPaste", &MDIForm1::PasteShape},     {"btnDelete", &MDIForm1::DeleteShape},
+        {"btnProp", &MDIForm1::ShapeProperties}, {"btnColors", &MDIForm1::ShowMapColors},
+        {"btnGen", &MDIForm1::GenerateCode},     {"btnTest", &MDIForm1::TestMap},
+        {"btnHelp", &MDIForm1::ShowHelpFile},
+    };
+    for (const auto& [name, slot] : buttons)
+        connect(m_toolStrip->Button(QString::fromLatin1(name)), &QToolButton::clicked, this, slot);
+}
+
+void MDIForm1::FillWindowList()
+{
+    // Below the arrangements: one checkable entry per open map, as desktop MDI
+    // programs have.
+    const QList<QAction*> actions = m_windowMenu->actions();
+    for (int i = 3; i < actions.size(); ++i) {
+        m_windowMenu->removeAction(actions.at(i));
+        actions.at(i)->deleteLater();
+    }
+    const QList<QMdiSubWindow*> windows = m_mdiArea->subWindowList();
+    if (windows.isEmpty())
+        return;
+    m_windowMenu->addSeparator();
+    int number = 1;
+    for (QMdiSubWindow* window : windows) {
+        QAction* action = m_windowMenu->addAction(
+            QStringLiteral("&%1 %2").arg(number++).arg(window->windowTitle()));
+        action->setCheckable(true);
+        action->setChecked(window == m_mdiArea->currentSubWindow());
+        connect(action, &QAction::triggered, this,
+                [this, window] { m_mdiArea->setActiveSubWindow(window); });
+    }
+}
+
+// ---- maps -----------------------------------------------------------------------------
+
+ShapeCanvas* MDIForm1::AddMapWindow()
+{
+    auto* map = new ShapeCanvas(*this);
+    map->setAttribute(Qt::WA_DeleteOnClose);
+    QMdiSubWindow* window = m_mdiArea->addSubWindow(map);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowIcon(Icon("vantrel"));
+    return map;
+}
+
+void MDIForm1::ShowMapWindow(ShapeCanvas& Map)
+{
+    QMdiSubWindow* window = qobject_cast<QMdiSubWindow*>(Map.parentWidget());
+    if (window == nullptr)
+        return;
+    // Room for the picture and the scroll bars, as far as the area allows.
+    const MapDocument& doc = Map.Document();
+    const QSize area = m_mdiArea->viewport()->size();
+    const QSize wanted(doc.SWidth + 60, doc.SHeight + 80);
+    window->resize(qBound(320, wanted.width(), qMax(320, area.width() - 20)),
+                   qBound(240, wanted.height(), qMax(240, area.height() - 20)));
+    window->show();
+    m_mdiArea->setActiveSubWindow(window);
+    UpdateZoomPanel();
+}
+
+void MDIForm1::DiscardMapWindow(ShapeCanvas* Map)
+{
+    // Never shown and never asked about: the map could not be made.
+    delete Map->parentWidget();
+}
+
+void MDIForm1::LoadNewMap()
+{
+    const QString path = m_ui.AskForPicture();
+    if (!path.isEmpty())
+        NewMapFromPicture(Module1::CutAtNul(path));
+}
+
+ShapeCanvas* MDIForm1::NewMapFromPicture(const QString& Path)
+{
+    const PictureLoader::Result picture = PictureLoader::Load(Path);
+    if (!picture.ok) {
+        m_ui.Message(picture.message, ModalUi::Icon::Critical);
+        return nullptr;
+    }
+    ShapeCanvas* map = AddMapWindow();
+    map->SetNewPicture(picture.image, Path);
+    map->setWindowTitle(QStringLiteral("Untitled"));
+    ShowMapWindow(*map);
+    return map;
+}
+
+void MDIForm1::OpenMap()
+{
+    const QString path = m_ui.AskForMapToOpen();
+    if (!path.isEmpty())
+        OpenMapFile(Module1::CutAtNul(path));
+}
+
+ShapeCanvas* MDIForm1::OpenMapFile(const QString& Path)
+{
+    ShapeCanvas* map = AddMapWindow();
+    if (!map->OpenMapFile(Path)) {
+        DiscardMapWindow(map);
+        return nullptr;
+    }
+    ShowMapWindow(*map);
+    return map;
+}
+
+void MDIForm1::OpenFiles(const QStringList& Paths)
+{
+    for (const QString& path : Paths) {
+        if (path.endsWith(QStringLiteral(".imp"), Qt::CaseInsensitive))
+            OpenMapFile(path);
+        else
+            NewMapFromPicture(path);
+    }
+}
+
+void MDIForm1::ShowStartUp()
+{
+    StartUp dialog(m_ui, this);
+    if (ExecDialog(dialog) != QDialog::Accepted)
+        return;
+    if (dialog.NewMapChosen())
+        LoadNewMap();
+    else
+        OpenMap();
+}
+
+QList<ShapeCanvas*> MDIForm1::MapWindows() const
+{
+    QList<ShapeCanvas*> maps;
+    for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+        if (auto* map = qobject_cast<ShapeCanvas*>(window->widget()))
+            maps.append(map);
+    }
+    return maps;
+}
+
+// ---- commands on the active map -------------------------------------------------------
+
+void MDIForm1::OnActiveMap(const std::function<void(ShapeCanvas&)>& Command)
+{
+    ShapeCanvas* map = ActiveMapWindow();
+    if (map == nullptr)
+        return;
+    try {
+        Command(*map);
+    } catch (const std::exception& error) {
+        m_ui.Message(QString::fromLocal8Bit(error.what()), ModalUi::Icon::Critical);
+    }
+}
+
+void MDIForm1::SaveMap()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.SaveMap(); });
+}
+
+void MDIForm1::SaveMapAs()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.SaveMapAs(); });
+}
+
+void MDIForm1::GenerateCode()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.GenerateMapCode(true); });
+}
+
+void MDIForm1::TestMap()
+{
+    OnActiveMap([this](ShapeCanvas& map) {
+        MapTest::Run(map.GenerateMapCode(false), m_ui, Module1::WritableProgramFolder());
+    });
+}
+
+void MDIForm1::CutShape()
+{
+    OnActiveMap([this](ShapeCanvas& map) { m_clipboard.Cut(map); });
+}
+
+void MDIForm1::CopyShape()
+{
+    OnActiveMap([this](ShapeCanvas& map) { m_clipboard.Copy(map); });
+}
+
+void MDIForm1::PasteShape()
+{
+    OnActiveMap([this](ShapeCanvas& map) { m_clipboard.Paste(map, m_ui); });
+}
+
+void MDIForm1::DeleteShape()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.DeleteShape(); });
+}
+
+void MDIForm1::MorphShape(std::int16_t SType)
+{
+    OnActiveMap([SType](ShapeCanvas& map) { map.MorphShape(SType); });
+}
+
+void MDIForm1::ZoomIn()
+{
+    ZoomBy(true);
+}
+
+void MDIForm1::ZoomOut()
+{
+    ZoomBy(false);
+}
+
+void MDIForm1::ZoomBy(bool In)
+{
+    OnActiveMap([this, In](ShapeCanvas& map) {
+        const MapDocument& doc = map.Document();
+        const ZoomStep::Result step = In ? ZoomStep::In(doc.ZoomLevel, doc.SWidth, doc.SHeight)
+                                         : ZoomStep::Out(doc.ZoomLevel, doc.SWidth, doc.SHeight);
+        if (step.outcome == ZoomStep::Outcome::Refused)
+            m_ui.Message(ZoomRules::TooGreatMessage(), ModalUi::Icon::Critical);
+        else if (step.outcome == ZoomStep::Outcome::Zoomed)
+            map.SetZoomLevel(step.NewLevel);
+    });
+    UpdateZoomPanel();
+}
+
+void MDIForm1::ShowCustomZoom()
+{
+    // The custom zoom dialog plugs in here.
+    UpdateZoomPanel();
+}
+
+void MDIForm1::ShowImageSize()
+{
+    // The image size dialog plugs in here.
+}
+
+void MDIForm1::ShowGridOptions()
+{
+    // The grid options dialog plugs in here.
+}
+
+void MDIForm1::ShowMapColors()
+{
+    // The colour dialog plugs in here.
+}
+
+void MDIForm1::ShapeProperties()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.ShapeProperties(-1); });
+}
+
+void MDIForm1::ShowConvertHtml()
+{
+    // The HTML import dialog plugs in here.
+}
+
+void MDIForm1::CheckTheURLs()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.CheckTheURLs(); });
+}
+
+void MDIForm1::ShowHelpFile()
+{
+    HelpFile::ShowManual(m_ui);
+}
+
+void MDIForm1::ShowOnline()
+{
+    HelpFile::ShowOnline(m_ui);
+}
+
+void MDIForm1::ShowCredits()
+{
+    Credits credits(this);
+    ExecDialog(credits);
+}
+
+void MDIForm1::UpdateZoomPanel()
+{
+    const ShapeCanvas* map = ActiveMapWindow();
+    m_zoomPanel->setText(
+        map == nullptr ? QString()
+                       : QStringLiteral("Zoom: %1%").arg(qRound(map->Document().ZoomLevel * 100)));
+}
+
+// ---- CanvasHost -----------------------------------------------------------------------
+
+CanvasHost::DrawingMode MDIForm1::CurrentDrawingMode() const
+{
+    return m_toolStrip->Mode();
+}
+
+void MDIForm1::SetStatusText(const QString& Text)
+{
+    m_statusPanel->setText(Text);
+}
+
+ShapeCanvas* MDIForm1::ActiveMapWindow() const
+{
+    // currentSubWindow, not activeSubWindow: a menu or dialog may hold the focus.
+    QMdiSubWindow* window = m_mdiArea->currentSubWindow();
+    return window == nullptr ? nullptr : qobject_cast<ShapeCanvas*>(window->widget());
+}
+
+void MDIForm1::SetMapCommandsEnabled(bool Enabled)
+{
+    if (m_mapCommands)
+        m_mapCommands->SetEnabled(Enabled);
+}
+
+void MDIForm1::ShowShapeProperties(ShapeCanvas& Canvas, int TheIndex)
+{
+    frmOptions dialog(Canvas, m_ui, this);
+    dialog.OpenOnTab(TheIndex);
+    ExecDialog(dialog);
+    Canvas.DrawShapes();
+}
+
+void MDIForm1::ShowGeneratedCode(const QString& Code)
+{
+    // The code window plugs in here.
+    Q_UNUSED(Code);
+}
+
+void MDIForm1::ShowUrlChecker(ShapeCanvas& Canvas)
+{
+    // The URL checker plugs in here.
+    Q_UNUSED(Canvas);
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event)
+{
+    // Each map asks before it closes; the first No keeps the program open.
+    for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+        if (!window->close()) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+}
