@@ -1,3 +1,4 @@
+#include "frame/AppResources.h"
 #include "frame/MDIForm1.h"
 #include "frame/QtModalUi.h"
 #include "frame/frmSplash.h"
@@ -11,6 +12,7 @@
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    AppResources::Load();
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setApplicationVersion(QStringLiteral("1.0.1"));
     QApplication::setOrganizationName(QStringLiteral("Vantrel"));

@@ -8,7 +8,10 @@
 
 QStringList HelpFile::Candidates()
 {
-    QStringList places{Module1::ApplicationFolder() + FileName};
+    const QString programFolder = Module1::ApplicationFolder();
+    QStringList places{programFolder + FileName};
+    // An installed program: bin/ beside share/vantrel/, wherever the prefix is.
+    places.append(QDir::cleanPath(programFolder + QStringLiteral("../share/vantrel/") + FileName));
 #ifdef VANTREL_DATA_DIR
     places.append(QDir(QStringLiteral(VANTREL_DATA_DIR)).filePath(FileName));
 #endif

@@ -16,8 +16,9 @@ public:
     static inline const QString BrowserError =
         QStringLiteral("There was an error while trying to open the default browser.");
 
-    // The places looked in, in order: the program's folder, the installed data folder,
-    // the source tree (a build run in place).
+    // The places looked in, in order: the program's folder, the data folder beside it,
+    // the data folder of the configured install prefix, the source tree (a build run
+    // in place).
     static QStringList Candidates();
     // The first candidate that exists; the first candidate when none does, so the
     // desktop reports the missing file.

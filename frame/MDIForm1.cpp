@@ -2,6 +2,7 @@
 
 #include "canvas/OpenMapCount.h"
 #include "canvas/ShapeCanvas.h"
+#include "frame/AppResources.h"
 #include "frame/Credits.h"
 #include "frame/HelpFile.h"
 #include "frame/MapCommandSet.h"
@@ -67,6 +68,7 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
       m_zoomPanel(new QLabel)
 {
     setObjectName(QStringLiteral("MDIForm1"));
+    AppResources::Load();
     setWindowTitle(QStringLiteral("Vantrel 1.0.1"));
     setWindowIcon(Icon("vantrel"));
 
@@ -274,7 +276,7 @@ void MDIForm1::ShowMapWindow(ShapeCanvas& Map)
     // Room for the picture and the scroll bars, as far as the area allows.
     const MapDocument& doc = Map.Document();
     const QSize area = m_mdiArea->viewport()->size();
-    const QSize wanted(doc.SWidth + 60, doc.SHeight + 80);
+    const QSize wanted(doc.SWidth + 44, doc.SHeight + 66);
     window->resize(qBound(320, wanted.width(), qMax(320, area.width() - 20)),
                    qBound(240, wanted.height(), qMax(240, area.height() - 20)));
     window->show();

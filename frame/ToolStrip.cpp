@@ -1,5 +1,7 @@
 #include "frame/ToolStrip.h"
 
+#include "frame/AppResources.h"
+
 #include <QButtonGroup>
 #include <QFrame>
 #include <QGridLayout>
@@ -74,6 +76,7 @@ const QList<ToolStrip::ButtonInfo>& ToolStrip::CommandButtons()
 ToolStrip::ToolStrip(QWidget* parent)
     : QWidget(parent), m_frame1(new QFrame(this)), m_modes(new QButtonGroup(this))
 {
+    AppResources::Load();
     setObjectName(QStringLiteral("Picture1"));
     m_frame1->setObjectName(QStringLiteral("Frame1"));
     m_frame1->setFrameShape(QFrame::StyledPanel);

@@ -59,7 +59,7 @@ frmOptions::frmOptions(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     layout->addWidget(page, 1);
     layout->addSpacing(10);
     layout->addLayout(buttons);
-    resize(520, 330);
+    resize(520, 290);
 
     connect(ok, &QPushButton::clicked, this, &frmOptions::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmOptions::Cancel);
@@ -71,6 +71,8 @@ frmOptions::frmOptions(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     ShowMapFields();
     m_shapeGroup->hide();
     m_model.SetPageFiller([this](int tab) { ShowPage(tab); });
+    connect(m_tabs, &QTabBar::currentChanged, this,
+            [this](int index) { m_model.SelectTab(index + 1); });
 }
 
 QWidget* frmOptions::BuildMapGroup()
@@ -170,9 +172,6 @@ void frmOptions::OpenOnTab(int TheIndex)
     }
     m_model.LoadUpArray();
     m_model.SelectTab(m_tabs->currentIndex() + 1);
-    connect(
-        m_tabs, &QTabBar::currentChanged, this, [this](int index) { m_model.SelectTab(index + 1); },
-        Qt::UniqueConnection);
 }
 
 void frmOptions::ShowPage(int Tab)

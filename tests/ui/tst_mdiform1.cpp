@@ -3,6 +3,7 @@
 #include "canvas/ShapeCanvas.h"
 #include "frame/Credits.h"
 #include "frame/MDIForm1.h"
+#include "frame/MapCommandSet.h"
 #include "frame/StartUp.h"
 #include "frame/ToolStrip.h"
 #include "frame/frmOptions.h"
@@ -11,6 +12,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -36,6 +38,8 @@ private slots:
     void menusCarryTheirNamesAndCaptions();
     void toolButtonsHaveTooltipsAndIcons();
     void mapCommandsFollowTheOpenMaps();
+    void modeGroupFollowsTheFrameHeight();
+    void windowMenuArrangesTheMaps();
 
     void newMapDrawPropertiesSaveAndReopen();
     void cancelledOrUnreadablePictureMakesNoWindow();
@@ -274,6 +278,7 @@ void TestMDIForm1::mapCommandsFollowTheOpenMaps()
                                  "options",      "tools",      "PasteShape",  "smallsize"};
     for (const char* name : mapCommands)
         QVERIFY2(!enabled(name), name);
+    QVERIFY(MapCommandSet(*m_frame).Missing().isEmpty());
     QVERIFY(enabled("btnNewImage"));
     QVERIFY(enabled("LoadPic"));
     QVERIFY(enabled("HelpFile"));
@@ -298,6 +303,48 @@ void TestMDIForm1::mapCommandsFollowTheOpenMaps()
     // A disabled command does nothing, also through its shortcut's action.
     Trigger("PasteShape");
     QVERIFY(m_ui->messages.isEmpty());
+}
+
+void TestMDIForm1::modeGroupFollowsTheFrameHeight()
+{
+    // Fills the strip less the margin once it is 40 pixels below btnHelp's top ...
+    QCOMPARE(ToolStrip::Frame1Height(700, 400, 500), 692);
+    QCOMPARE(ToolStrip::Frame1Height(441, 400, 500), 433);
+    // ... and otherwise stays, never shrinking over the buttons.
+    QCOMPARE(ToolStrip::Frame1Height(440, 400, 500), 500);
+    QCOMPARE(ToolStrip::Frame1Height(100, 400, 500), 500);
+
+    auto* strip = m_frame->findChild<QWidget*>(QStringLiteral("Picture1"));
+    auto* frame1 = m_frame->findChild<QWidget*>(QStringLiteral("Frame1"));
+    m_frame->resize(m_frame->width(), 900);
+    QTRY_COMPARE(frame1->height(), strip->height() - 8);
+    auto* help = m_frame->findChild<QToolButton*>(QStringLiteral("btnHelp"));
+    QVERIFY(frame1->geometry().contains(help->geometry().translated(frame1->pos())));
+}
+
+void TestMDIForm1::windowMenuArrangesTheMaps()
+{
+    ShapeCanvas* first = NewMap();
+    ShapeCanvas* second = NewMap();
+    auto* one = qobject_cast<QMdiSubWindow*>(first->parentWidget());
+    auto* two = qobject_cast<QMdiSubWindow*>(second->parentWidget());
+    const QRect area = m_frame->MdiArea()->viewport()->rect();
+
+    Trigger("Tile");
+    QCOMPARE(one->geometry(), QRect(0, 0, area.width(), area.height() / 2));
+    QCOMPARE(two->geometry().top(), area.height() / 2);
+    QCOMPARE(two->geometry().bottom(), area.bottom());
+
+    Trigger("Cascade");
+    QVERIFY(one->geometry().topLeft() != two->geometry().topLeft());
+
+    one->showMinimized();
+    two->showMinimized();
+    Trigger("arrangeicons");
+    QCOMPARE(one->geometry().bottom(), area.bottom());
+    QCOMPARE(two->geometry().bottom(), area.bottom());
+    QCOMPARE(one->x(), 0);
+    QCOMPARE(two->x(), one->width());
 }
 
 // ---- maps -------------------------------------------------------------------------------
@@ -325,8 +372,9 @@ void TestMDIForm1::newMapDrawPropertiesSaveAndReopen()
         QCOMPARE(tabs->count(), 3);
         QCOMPARE(tabs->tabText(1), QStringLiteral("Shape #1"));
         tabs->setCurrentIndex(1);
-        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("txtURL")),
-                         QStringLiteral("rooms/kitchen.html"));
+        auto* url = dialog.findChild<QLineEdit*>(QStringLiteral("txtURL"));
+        url->clear();
+        QTest::keyClicks(url, QStringLiteral("rooms/kitchen.html"));
         dialog.findChild<QLineEdit*>(QStringLiteral("txtComment"))
             ->setText(QStringLiteral("Kitchen"));
         QTest::mouseClick(dialog.findChild<QCheckBox*>(QStringLiteral("Check1")), Qt::LeftButton);
@@ -457,12 +505,15 @@ void TestMDIForm1::copyInOneMapPasteTwiceInAnother()
 void TestMDIForm1::cutThenPasteRestoresAnEqualShape()
 {
     ShapeCanvas* map = NewMap();
-    DrawRectangle(*map, QPoint(0, 0), QPoint(80, 50));
+    DrawRectangle(*map, QPoint(20, 30), QPoint(100, 80));
     MapDocument& doc = map->Document();
     doc.SetURL(0, QStringLiteral("cut.html"));
     doc.SetComment(0, QStringLiteral("Cut me"));
     doc.SetAlertVal(0, 1);
-    const PatShape before = doc.Shape(0);
+    // A pasted shape lands in the top-left corner.
+    PatShape before;
+    doc.Shape(0).MakeACopy(before);
+    QCOMPARE(PatShape::BoundingRect(before.Points(), false).right, 80);
 
     Trigger("CutShape");
     QCOMPARE(doc.ItemCount(), std::int16_t(-1));
@@ -471,7 +522,13 @@ void TestMDIForm1::cutThenPasteRestoresAnEqualShape()
     QCOMPARE(doc.ItemCount(), std::int16_t(0));
     const PatShape& after = doc.Shape(0);
     QCOMPARE(after.GetShapeType(), before.GetShapeType());
-    QCOMPARE(after.Points(), before.Points());
+    const auto text = [](const PatShape& shape) {
+        QStringList points;
+        for (const ShapePoint& p : shape.Points())
+            points.append(QStringLiteral("%1,%2").arg(p.x).arg(p.y));
+        return points.join(QLatin1Char(' '));
+    };
+    QCOMPARE(text(after), text(before));
     QCOMPARE(after.URL, before.URL);
     QCOMPARE(after.Comment, before.Comment);
     QCOMPARE(after.AlertBox, before.AlertBox);
@@ -552,6 +609,7 @@ void TestMDIForm1::modeMenuAndButtonsAgree()
     };
     QCOMPARE(checked(), QStringList{"PointOpt"});
     QCOMPARE(m_frame->CurrentDrawingMode(), CanvasHost::DrawingMode::Pointer);
+    NewMap(); // the Options menu needs a map
     const struct
     {
         const char* menu;
