@@ -11,6 +11,8 @@
 
 int main(int argc, char** argv)
 {
+    // The URL checker's embedded browser shares its graphics context with the widgets.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     AppResources::Load();
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
