@@ -9,6 +9,7 @@
 #include "canvas/PictureBuffer.h"
 #include "canvas/PointerArea.h"
 #include "canvas/ScrollBarRange.h"
+#include "frame/CommonDialogStuff.h"
 #include "frame/ModalUi.h"
 #include "frame/Module1.h"
 #include "interchange/MapCodeGenerator.h"
@@ -417,8 +418,7 @@ void ShapeCanvas::SaveMap()
         name = m_host.Dialogs().AskForMapNameToSave();
         if (name.isEmpty())
             return;
-        if (!name.toLower().contains(QStringLiteral(".imp")))
-            name += QStringLiteral(".imp");
+        name = CommonDialogStuff::WithMapExtension(name);
     }
     const MapFile::WriteResult result = MapFile::SaveMap(m_document, name);
     if (!result.ok) {
