@@ -8,6 +8,7 @@
 #include "canvas/OpenMapCount.h"
 #include "canvas/PictureBuffer.h"
 #include "canvas/PointerArea.h"
+#include "canvas/PointerConfinement.h"
 #include "canvas/ScrollBarRange.h"
 #include "frame/CommonDialogStuff.h"
 #include "frame/ModalUi.h"
@@ -18,8 +19,6 @@
 #include "shape/Numeric.h"
 
 #include <QCloseEvent>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
@@ -28,10 +27,6 @@ ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     : QWidget(parent), m_host(Host), m_editor(m_document)
 {
     setObjectName(QStringLiteral("ShapeCanvas"));
-    // Headless platforms have no pointer to capture.
-    const QString platform = QGuiApplication::platformName();
-    m_canvasCanGrab =
-        platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
     BuildChildren();
     if (OpenMapCount == 0)
         m_host.SetMapCommandsEnabled(true);
@@ -52,8 +47,7 @@ ShapeCanvas::~ShapeCanvas()
         if (--OpenMapCount == 0)
             m_host.SetMapCommandsEnabled(false);
     }
-    if (QWidget::mouseGrabber() == m_canvas)
-        m_canvas->releaseMouse();
+    m_pointer->ReleaseAll();
     m_document.SetSurface(nullptr);
 }
 
@@ -80,6 +74,7 @@ void ShapeCanvas::BuildChildren()
     m_hScroll->setVisible(false);
     m_vScroll->setVisible(false);
 
+    m_pointer = std::make_unique<PointerConfinement>(*m_holdPicbox, *m_canvas);
     connect(m_canvas, &CanvasSurface::Pressed, this, &ShapeCanvas::OnPressed);
     connect(m_canvas, &CanvasSurface::Moved, this, &ShapeCanvas::OnMoved);
     connect(m_canvas, &CanvasSurface::Released, this, &ShapeCanvas::OnReleased);
@@ -112,7 +107,7 @@ template <class Command> bool ShapeCanvas::Guarded(Command&& command)
 {
     // A message box must not open while the pointer is held by the surface.
     return CommandGuard::Run(m_host.Dialogs(), std::forward<Command>(command),
-                             [this] { ReleaseConfinement(); });
+                             [this] { m_pointer->ReleaseAll(); });
 }
 
 template <class Command> bool ShapeCanvas::GuardedWithSnapshot(Command&& command)
@@ -274,33 +269,18 @@ void ShapeCanvas::resizeEvent(QResizeEvent* event)
 
 ShapeRect ShapeCanvas::VisibleArea() const
 {
-    const QRect viewport(m_holdPicbox->mapToGlobal(QPoint(0, 0)), m_holdPicbox->size());
-    const QRect surface(m_canvas->mapToGlobal(QPoint(0, 0)), m_canvas->size());
-    return PointerArea::VisibleArea(viewport, surface);
+    return m_pointer->VisibleArea();
 }
 
-QPointF ShapeCanvas::Confine(QPointF Position, QPoint GlobalPosition)
+bool ShapeCanvas::PointerConfined() const
 {
-    const ShapeRect area = VisibleArea();
-    if (PointerArea::Contains(area, GlobalPosition))
-        return Position;
-    const QPoint nearest = PointerArea::Nearest(area, GlobalPosition);
-    QCursor::setPos(nearest);
-    return m_canvas->mapFromGlobal(QPointF(nearest));
-}
-
-void ShapeCanvas::ReleaseConfinement()
-{
-    m_confined = false;
-    if (QWidget::mouseGrabber() == m_canvas)
-        m_canvas->releaseMouse();
+    return m_pointer->Confined();
 }
 
 void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 {
     Guarded([&] {
-        const QPointF p = Confine(Position, GlobalPosition);
-        m_confined = true;
+        const QPointF p = m_pointer->Start(Position, GlobalPosition);
         m_editor.Press(RoundToInt32(p.x()), RoundToInt32(p.y()), m_host.CurrentDrawingMode());
     });
 }
@@ -308,12 +288,8 @@ void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
 {
     Guarded([&] {
-        QPointF p = Position;
-        QPoint g = GlobalPosition;
-        if (m_confined) {
-            p = Confine(Position, GlobalPosition);
-            g = m_canvas->mapToGlobal(p.toPoint());
-        }
+        const QPointF p = m_pointer->Hold(Position, GlobalPosition);
+        const QPoint g = p == Position ? GlobalPosition : m_canvas->mapToGlobal(p.toPoint());
         m_editor.Move(RoundToInt32(p.x()), RoundToInt32(p.y()), Buttons == Qt::LeftButton,
                       Buttons != Qt::NoButton);
         ShowPointerPosition(p, g);
@@ -322,14 +298,11 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
 
 void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
 {
-    const ShapeRect area = VisibleArea();
-    // Only the active window captures, so that a dialog opened over it keeps the mouse.
-    if (m_canvasCanGrab && QWidget::mouseGrabber() != m_canvas && m_canvas->isEnabled() &&
-        m_canvas->isVisible() && m_canvas->isActiveWindow())
-        m_canvas->grabMouse();
+    const ShapeRect area = m_pointer->VisibleArea();
+    m_pointer->Capture();
     if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
-        if (QWidget::mouseGrabber() == m_canvas && !m_confined)
-            m_canvas->releaseMouse();
+        if (!m_pointer->Confined())
+            m_pointer->ReleaseCapture();
         m_host.SetStatusText(QString());
         return;
     }
@@ -342,7 +315,7 @@ void ShapeCanvas::OnReleased(QPointF Position, QPoint GlobalPosition)
     Q_UNUSED(GlobalPosition);
     Guarded([&] { m_editor.Release(); });
     if (!m_document.PolygonInProgress)
-        m_confined = false;
+        m_pointer->End();
 }
 
 void ShapeCanvas::OnDoubleClicked()
@@ -355,7 +328,7 @@ void ShapeCanvas::OnDoubleClicked()
 void ShapeCanvas::OnPointerLeft()
 {
     // Without a capture, leaving the surface is the last move it hears of.
-    if (QWidget::mouseGrabber() != m_canvas)
+    if (!m_pointer->HasCapture())
         m_host.SetStatusText(QString());
 }
 
@@ -363,7 +336,7 @@ bool ShapeCanvas::event(QEvent* event)
 {
     // A dialog or another program taking over must get the pointer back.
     if (event->type() == QEvent::WindowDeactivate)
-        ReleaseConfinement();
+        m_pointer->ReleaseAll();
     return QWidget::event(event);
 }
 
@@ -386,7 +359,7 @@ void ShapeCanvas::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    ReleaseConfinement();
+    m_pointer->ReleaseAll();
     m_counted = false;
     if (OpenMapCount-- == 1)
         m_host.SetMapCommandsEnabled(false);

@@ -8,10 +8,12 @@
 #include <QString>
 #include <QWidget>
 #include <cstdint>
+#include <memory>
 
 class CanvasHost;
 class CanvasSurface;
 class PictureBuffer;
+class PointerConfinement;
 class QLabel;
 class QPushButton;
 class QScrollBar;
@@ -73,7 +75,7 @@ public:
     // past the last pixel; both count as inside).
     ShapeRect VisibleArea() const;
     // While true the pointer is kept inside VisibleArea().
-    bool PointerConfined() const { return m_confined; }
+    bool PointerConfined() const;
     const CanvasEditor& Editor() const { return m_editor; }
 
 protected:
@@ -95,10 +97,9 @@ private:
     // True only while SetZoomLevel resizes the surface: value changes of the bars then
     // leave the surface where it is.
     bool m_zooming = false;
-    bool m_confined = false;
     // Counted in OpenMapCount until a confirmed close.
     bool m_counted = false;
-    bool m_canvasCanGrab = true;
+    std::unique_ptr<PointerConfinement> m_pointer;
 
     void BuildChildren();
     void ResizeSurface(double Width, double Height);
@@ -113,10 +114,7 @@ private:
     void OnVScroll(int Value);
     void OnHChange(int Value);
     void OnVChange(int Value);
-    // Keeps the pointer in the visible area; returns the surface position to use.
-    QPointF Confine(QPointF Position, QPoint GlobalPosition);
     void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
-    void ReleaseConfinement();
     template <class Command> bool Guarded(Command&& command);
     template <class Command> bool GuardedWithSnapshot(Command&& command);
 };
