@@ -1,5 +1,7 @@
 #include "frame/Credits.h"
 
+#include "frame/DialogPlacement.h"
+
 #include <QDialogButtonBox>
 #include <QIcon>
 #include <QLabel>
@@ -49,4 +51,5 @@ Credits::Credits(QWidget* parent) : QDialog(parent)
     layout->addWidget(tabs, 1);
     layout->addWidget(buttons);
     resize(400, 280);
+    DialogPlacement::CentreOnScreen(*this);
 }

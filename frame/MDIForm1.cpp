@@ -3,19 +3,26 @@
 #include "canvas/OpenMapCount.h"
 #include "canvas/ShapeCanvas.h"
 #include "frame/AppResources.h"
+#include "frame/ColorPicker.h"
 #include "frame/Credits.h"
+#include "frame/GridForm.h"
 #include "frame/HelpFile.h"
+#include "frame/ImageSize.h"
 #include "frame/MapCommandSet.h"
 #include "frame/ModalUi.h"
 #include "frame/Module1.h"
 #include "frame/StartUp.h"
 #include "frame/ToolStrip.h"
 #include "frame/WindowArranger.h"
+#include "frame/Zoom.h"
 #include "frame/ZoomRules.h"
 #include "frame/ZoomStep.h"
 #include "frame/frmOptions.h"
+#include "interchange/ConvertHTMLtoMap.h"
+#include "interchange/GeneratedCodeForm.h"
 #include "interchange/MapTest.h"
 #include "interchange/PictureLoader.h"
+#include "interchange/URLChecker.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -447,23 +454,36 @@ void MDIForm1::ZoomBy(bool In)
 
 void MDIForm1::ShowCustomZoom()
 {
-    // The custom zoom dialog plugs in here.
+    OnActiveMap([this](ShapeCanvas& map) {
+        Zoom dialog(map, m_ui, this);
+        ExecDialog(dialog);
+    });
     UpdateZoomPanel();
 }
 
 void MDIForm1::ShowImageSize()
 {
-    // The image size dialog plugs in here.
+    OnActiveMap([this](ShapeCanvas& map) {
+        ImageSize dialog(map, m_ui, this);
+        ExecDialog(dialog);
+    });
+    UpdateZoomPanel();
 }
 
 void MDIForm1::ShowGridOptions()
 {
-    // The grid options dialog plugs in here.
+    OnActiveMap([this](ShapeCanvas& map) {
+        GridForm dialog(map, m_ui, this);
+        ExecDialog(dialog);
+    });
 }
 
 void MDIForm1::ShowMapColors()
 {
-    // The colour dialog plugs in here.
+    OnActiveMap([this](ShapeCanvas& map) {
+        ColorPicker dialog(map, m_ui, this);
+        ExecDialog(dialog);
+    });
 }
 
 void MDIForm1::ShapeProperties()
@@ -473,7 +493,10 @@ void MDIForm1::ShapeProperties()
 
 void MDIForm1::ShowConvertHtml()
 {
-    // The HTML import dialog plugs in here.
+    OnActiveMap([this](ShapeCanvas& map) {
+        ConvertHTMLtoMap dialog(map, m_ui, this);
+        ExecDialog(dialog);
+    });
 }
 
 void MDIForm1::CheckTheURLs()
@@ -540,14 +563,14 @@ void MDIForm1::ShowShapeProperties(ShapeCanvas& Canvas, int TheIndex)
 
 void MDIForm1::ShowGeneratedCode(const QString& Code)
 {
-    // The code window plugs in here.
-    Q_UNUSED(Code);
+    GeneratedCodeForm dialog(Code, m_ui, this);
+    ExecDialog(dialog);
 }
 
 void MDIForm1::ShowUrlChecker(ShapeCanvas& Canvas)
 {
-    // The URL checker plugs in here.
-    Q_UNUSED(Canvas);
+    URLChecker dialog(Canvas, m_ui, this);
+    ExecDialog(dialog);
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event)

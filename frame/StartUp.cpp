@@ -1,5 +1,6 @@
 #include "frame/StartUp.h"
 
+#include "frame/DialogPlacement.h"
 #include "frame/HelpFile.h"
 
 #include <QGroupBox>
@@ -59,6 +60,7 @@ StartUp::StartUp(ModalUi& ui, QWidget* parent)
     layout->addWidget(greetings, 1);
     layout->addLayout(buttons);
     resize(420, 200);
+    DialogPlacement::CentreOnScreen(*this);
 
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(help, &QPushButton::clicked, this, [this] { HelpFile::ShowManual(m_ui); });

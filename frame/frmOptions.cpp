@@ -1,6 +1,7 @@
 #include "frame/frmOptions.h"
 
 #include "canvas/ShapeCanvas.h"
+#include "frame/DialogPlacement.h"
 #include "frame/ModalUi.h"
 
 #include <QButtonGroup>
@@ -60,6 +61,7 @@ frmOptions::frmOptions(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     layout->addSpacing(10);
     layout->addLayout(buttons);
     resize(520, 290);
+    DialogPlacement::CentreOnScreen(*this);
 
     connect(ok, &QPushButton::clicked, this, &frmOptions::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmOptions::Cancel);

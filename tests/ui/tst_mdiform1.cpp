@@ -65,6 +65,7 @@ private slots:
     void startUpOpensWhatWasChosen();
     void helpAndOnlineReportFailures();
     void creditsHasThreeTabs();
+    void toolWindowsRunThroughTheFrame();
 
 private:
     QString Picture(int width, int height, const QString& name = QStringLiteral("pic.png"));
@@ -815,5 +816,28 @@ void TestMDIForm1::creditsHasThreeTabs()
     QCOMPARE(tabs, (QStringList{"Programming", "Art Work", "Special Thanks"}));
 }
 
-QTEST_MAIN(TestMDIForm1)
+void TestMDIForm1::toolWindowsRunThroughTheFrame()
+{
+    ShapeCanvas* map = NewMap();
+    DrawRectangle(*map, QPoint(10, 10), QPoint(60, 40));
+    const char* commands[] = {"CustomZoom",   "theimagesize",    "Gridoptions",
+                              "MapColors",    "ConvertToShapes", "mnuURLChecker",
+                              "generatecode", "ShapeProperties"};
+    for (const char* command : commands)
+        Trigger(command);
+    m_frame->Tools().Button(QStringLiteral("btnColors"))->click();
+    m_frame->Tools().Button(QStringLiteral("btnGen"))->click();
+    QCOMPARE(m_dialogsShown, (QStringList{"Zoom", "ImageSize", "GridForm", "ColorPicker",
+                                          "ConvertHTMLtoMap", "URLChecker", "GeneratedCodeForm",
+                                          "frmOptions", "ColorPicker", "GeneratedCodeForm"}));
+}
+
+int main(int argc, char** argv)
+{
+    // The URL checker's embedded browser shares its graphics context with the widgets.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    TestMDIForm1 test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_mdiform1.moc"
