@@ -182,6 +182,7 @@ void frmOptions::ShowPage(int Tab)
         m_shapeGroup->hide();
         m_mapGroup->show();
         ShowMapFields();
+        m_mapName->setFocus();
         return;
     }
     m_mapGroup->hide();
@@ -193,6 +194,7 @@ void frmOptions::ShowPage(int Tab)
     m_status->setText(record.Status);
     m_alert->setText(record.Alert);
     m_alertOn->setChecked(record.AlertVal != 0);
+    m_url->setFocus();
 }
 
 void frmOptions::ShowMapFields()
