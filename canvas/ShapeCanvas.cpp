@@ -16,6 +16,7 @@
 #include "interchange/MapCodeGenerator.h"
 #include "interchange/MapFile.h"
 #include "interchange/NewMap.h"
+#include "interchange/PictureLoader.h"
 #include "shape/Numeric.h"
 
 #include <QCloseEvent>
@@ -126,6 +127,12 @@ template <class Command> bool ShapeCanvas::GuardedWithSnapshot(Command&& command
 
 void ShapeCanvas::SetNewPicture(const QImage& Picture, const QString& PicturePath)
 {
+    // An unreadable picture makes no map: the window keeps what it had.
+    if (Picture.isNull()) {
+        m_host.Dialogs().Message(PictureLoader::CannotReadMessage(PicturePath),
+                                 ModalUi::Icon::Critical);
+        return;
+    }
     NewMap::SetPicture(m_document, Picture, PicturePath);
     SetZoomLevel(1.0);
 }

@@ -47,6 +47,7 @@ private slots:
         m_host.reset();
     }
     void newPictureSetsSizesAndNames();
+    void unreadablePictureIsRefused();
     void generateCodeWithoutShapes();
     void generateCodeForms();
     void checkTheUrlsOpensChecker();
@@ -73,6 +74,17 @@ void TestCanvasCommands::newPictureSetsSizesAndNames()
     QCOMPARE(d.MapName, QStringLiteral("MyMap"));
     QCOMPARE(d.HitState, std::int16_t(-2));
     QCOMPARE(d.ItemCount(), std::int16_t(-1));
+}
+
+void TestCanvasCommands::unreadablePictureIsRefused()
+{
+    ShapeCanvas& c = NewCanvas();
+    c.SetNewPicture(QImage(), QStringLiteral("/maps/broken.jpg"));
+    QCOMPARE(m_host->ui.messages.size(), 1);
+    QVERIFY(m_host->ui.messages.front().text.contains(QStringLiteral("broken.jpg")));
+    QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
+    QCOMPARE(c.Document().ImageName, QStringLiteral("pic.gif"));
+    QCOMPARE(c.Surface().size(), QSize(300, 200));
 }
 
 void TestCanvasCommands::generateCodeWithoutShapes()
