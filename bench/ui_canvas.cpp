@@ -126,8 +126,32 @@ void BM_DragStep(benchmark::State& state)
     SendMouse(surface, QEvent::MouseButtonRelease, {30, 20}, Qt::NoButton);
 }
 
+// What the user waits for when everything is repainted: the visible part of the window.
+void BM_WindowRepaint(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    CanvasSurface& surface = map.canvas->Surface();
+    for (auto _ : state)
+        surface.repaint();
+}
+
+// A press that picks the bottom-most shape under the pointer's corner of the map
+// (walking the whole stack), brings it to the top and repaints what changed.
+void BM_PressAndRelease(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    QWidget* surface = &map.canvas->Surface();
+    for (auto _ : state) {
+        SendMouse(surface, QEvent::MouseButtonPress, {700, 500}, Qt::LeftButton);
+        SendMouse(surface, QEvent::MouseButtonRelease, {700, 500}, Qt::NoButton);
+        QApplication::processEvents();
+    }
+}
+
 } // namespace
 
+BENCHMARK(BM_WindowRepaint)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PressAndRelease)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FullRepaint)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragStep)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 
