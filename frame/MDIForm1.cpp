@@ -161,8 +161,11 @@ void MDIForm1::CreateMenus()
     add(edit, "PasteShape", QStringLiteral("&Paste Shape"), "paste", QKeySequence::Paste,
         &MDIForm1::PasteShape);
     AddSeparator(edit, "editsplit");
+    // The Delete key itself belongs to the map window, which ignores it while a polygon
+    // is being drawn; the menu only names it.
     add(edit, "DeleteShape", QStringLiteral("&Delete Shape"), "delete", QKeySequence::Delete,
-        &MDIForm1::DeleteShape);
+        &MDIForm1::DeleteShape)
+        ->setShortcutContext(Qt::WidgetShortcut);
     AddSeparator(edit, "editsplit2");
     QMenu* morph = AddSubmenu(edit, "MorphShape", QStringLiteral("&Morph to..."));
     add(morph, "MorRectangle", QStringLiteral("&Rectangle"), "rectangle", none,

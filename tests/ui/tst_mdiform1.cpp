@@ -49,6 +49,7 @@ private slots:
     void copyInOneMapPasteTwiceInAnother();
     void cutThenPasteRestoresAnEqualShape();
     void pasteBeforeCopyTellsTheUser();
+    void deleteKeyBelongsToTheMap();
     void copyOfAnEmptyMapKeepsTheClipboard();
 
     void zoomStaysBetweenOneAndTwo();
@@ -544,6 +545,29 @@ void TestMDIForm1::pasteBeforeCopyTellsTheUser()
     QCOMPARE(m_ui->messages.first().text, QStringLiteral("No shape has been copied yet."));
     QCOMPARE(m_ui->messages.first().icon, ModalUi::Icon::Information);
     QCOMPARE(map->Document().ItemCount(), std::int16_t(-1));
+}
+
+void TestMDIForm1::deleteKeyBelongsToTheMap()
+{
+    ShapeCanvas* map = NewMap();
+    DrawRectangle(*map, QPoint(10, 10), QPoint(60, 40));
+    QWidget* surface = map->findChild<QWidget*>(QStringLiteral("TheCanvas"));
+    DrawRectangle(*map, QPoint(100, 10), QPoint(160, 40));
+    QTest::keyClick(surface, Qt::Key_Delete);
+    QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
+    // While a polygon is being drawn the key does nothing ...
+    Trigger("PolygonMode");
+    QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(100, 100));
+    QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(150, 100));
+    QVERIFY(map->Document().PolygonInProgress);
+    const std::int16_t count = map->Document().ItemCount();
+    QTest::keyClick(surface, Qt::Key_Delete);
+    QCOMPARE(map->Document().ItemCount(), count);
+    QVERIFY(map->Document().PolygonInProgress);
+    QVERIFY(m_ui->messages.isEmpty());
+    // ... while the menu command removes the top shape.
+    Trigger("DeleteShape");
+    QCOMPARE(map->Document().ItemCount(), std::int16_t(count - 1));
 }
 
 void TestMDIForm1::copyOfAnEmptyMapKeepsTheClipboard()
