@@ -20,7 +20,7 @@
 #include "frame/frmOptions.h"
 #include "interchange/ConvertHTMLtoMap.h"
 #include "interchange/GeneratedCodeForm.h"
-#include "interchange/MapTest.h"
+#include "interchange/MapTestCommand.h"
 #include "interchange/PictureLoader.h"
 #include "interchange/URLChecker.h"
 
@@ -401,9 +401,7 @@ void MDIForm1::GenerateCode()
 
 void MDIForm1::TestMap()
 {
-    OnActiveMap([this](ShapeCanvas& map) {
-        MapTest::Run(map.GenerateMapCode(false), m_ui, Module1::WritableProgramFolder());
-    });
+    OnActiveMap([this](ShapeCanvas& map) { MapTestCommand::Run(map, m_ui); });
 }
 
 void MDIForm1::CutShape()
