@@ -163,8 +163,8 @@ void ShapeCanvas::SetPicSize(bool* hBarShown, bool* vBarShown)
 
 void ShapeCanvas::ResizeSurface(double Width, double Height)
 {
-    const int w = static_cast<int>(RoundHalfEven(Width));
-    const int h = static_cast<int>(RoundHalfEven(Height));
+    const int w = RoundToInt32(Width);
+    const int h = RoundToInt32(Height);
     m_canvas->resize(w, h);
     m_holdImage->ResizeBuffer(w, h);
 }

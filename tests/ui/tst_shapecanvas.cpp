@@ -625,6 +625,12 @@ void TestShapeCanvas::faultsBecomeMessages()
     QCOMPARE(m_host->ui.messageTexts().back(), QStringLiteral("Overflow"));
     QCOMPARE(Doc().ZoomLevel, 1.0);
     QCOMPARE(Doc().Shape(0).Points().front(), (ShapePoint{10, 10}));
+    // Without shapes the surface itself cannot be that large.
+    QTest::keyClick(Surface(), Qt::Key_Delete);
+    m_canvas->SetZoomLevel(1e9);
+    QCOMPARE(m_host->ui.messageTexts().size(), 3);
+    QCOMPARE(Doc().ZoomLevel, 1.0);
+    QCOMPARE(Surface()->size(), QSize(400, 300));
 }
 
 void TestShapeCanvas::paintingShowsShapesOverPicture()
