@@ -4,9 +4,11 @@
 #include "frame/Credits.h"
 #include "frame/MDIForm1.h"
 #include "frame/MapCommandSet.h"
+#include "frame/PictureStrip.h"
 #include "frame/StartUp.h"
 #include "frame/ToolStrip.h"
 #include "frame/frmOptions.h"
+#include "frame/frmSplash.h"
 #include "interchange/MapFile.h"
 
 #include <QAction>
@@ -40,6 +42,8 @@ private slots:
     void mapCommandsFollowTheOpenMaps();
     void modeGroupFollowsTheFrameHeight();
     void windowMenuArrangesTheMaps();
+    void windowMenuListsTheMaps();
+    void splashShowsVersionStatusAndProgress();
 
     void newMapDrawPropertiesSaveAndReopen();
     void cancelledOrUnreadablePictureMakesNoWindow();
@@ -349,6 +353,52 @@ void TestMDIForm1::windowMenuArrangesTheMaps()
     QCOMPARE(two->x(), one->width());
 }
 
+void TestMDIForm1::windowMenuListsTheMaps()
+{
+    ShapeCanvas* first = NewMap();
+    NewMap();
+    m_frame->MdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(first->parentWidget()));
+    auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("TheWindow"));
+    for (int round = 0; round < 2; ++round) {
+        emit menu->aboutToShow();
+        QStringList entries;
+        QStringList checked;
+        for (QAction* action : menu->actions()) {
+            if (action->isSeparator())
+                continue;
+            entries.append(action->text());
+            if (action->isChecked())
+                checked.append(action->text());
+        }
+        QCOMPARE(entries, (QStringList{"&Cascade", "&Tile", "&Arrange Icons", "&1 Untitled",
+                                       "&2 Untitled"}));
+        QCOMPARE(checked, QStringList{"&1 Untitled"});
+    }
+    menu->actions().constLast()->trigger();
+    QVERIFY(m_frame->ActiveMapWindow() != first);
+}
+
+void TestMDIForm1::splashShowsVersionStatusAndProgress()
+{
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.0.1"));
+    frmSplash splash;
+    splash.Progress(QStringLiteral("Reading the picture formats..."), 6, 12);
+    QCOMPARE(splash.findChild<QLabel*>(QStringLiteral("lblProductName"))->text(),
+             QStringLiteral("Vantrel"));
+    QCOMPARE(splash.findChild<QLabel*>(QStringLiteral("lblVersion"))->text(),
+             QStringLiteral("Version 1.0.1"));
+    QCOMPARE(splash.findChild<QLabel*>(QStringLiteral("lblStatus"))->text(),
+             QStringLiteral("Reading the picture formats..."));
+    auto* bar = splash.findChild<PictureStrip*>();
+    QCOMPARE(bar->Value(), 6);
+    QCOMPARE(bar->Maximum(), 12);
+    bar->SetValue(40);
+    QCOMPARE(bar->Value(), 12);
+    const QPixmap strip = PictureStrip::MakeStrip(8, 16);
+    QCOMPARE(strip.size(), QSize(128, 16));
+    QVERIFY(strip.toImage().pixelColor(8, 8).alpha() > 0);
+}
+
 // ---- maps -------------------------------------------------------------------------------
 
 void TestMDIForm1::newMapDrawPropertiesSaveAndReopen()
@@ -362,6 +412,10 @@ void TestMDIForm1::newMapDrawPropertiesSaveAndReopen()
     DrawRectangle(*map, QPoint(20, 30), QPoint(120, 90));
     QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
     QCOMPARE(map->Document().Shape(0).GetShapeType(), std::int16_t(Rectangle));
+    // The map writes the pointer position into the frame's status bar.
+    QVERIFY(m_frame->findChild<QLabel*>(QStringLiteral("StatusPanel1"))
+                ->text()
+                .startsWith(QStringLiteral("X:")));
 
     m_dialogScript = [](QDialog& dialog) {
         QVERIFY(qobject_cast<frmOptions*>(&dialog) != nullptr);
