@@ -187,6 +187,12 @@ void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
         if (!vShown)
             m_canvas->move(m_canvas->x(), 0);
         m_zooming = false;
+        // A bar whose value had to shrink with its range takes the surface along, so
+        // that no empty strip shows past the picture.
+        if (hShown && -m_canvas->x() > m_hScroll->value())
+            OnHScroll(m_hScroll->value());
+        if (vShown && -m_canvas->y() > m_vScroll->value())
+            OnVScroll(m_vScroll->value());
         m_holdImage->StretchFrom(m_document.OrigPic);
         m_document.ZoomLevel = NewZoomLevel;
         DrawGrid(false);

@@ -445,6 +445,15 @@ void TestShapeCanvas::scrollingMovesSurface()
     // A zoom that still needs both bars keeps the surface where it was.
     m_canvas->SetZoomLevel(1.5);
     QCOMPARE(Surface()->pos(), QPoint(-300, -120));
+    // Zoomed out so far that the old position lies past the new range: the surface
+    // follows the bar to the end instead of leaving an empty strip.
+    h->setValue(h->maximum());
+    m_canvas->SetZoomLevel(0.5);
+    QVERIFY(h->isVisible());
+    QCOMPARE(Surface()->x(), -h->maximum());
+    QCOMPARE(Surface()->x() + Surface()->width(),
+             m_canvas->findChild<QWidget*>(QStringLiteral("HoldPicbox"))->width());
+    QCOMPARE(Surface()->y(), -120);
     // Every resize scrolls back to the top-left corner.
     m_canvas->resize(600, 450);
     QCOMPARE(Surface()->pos(), QPoint(0, 0));
