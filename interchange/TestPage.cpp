@@ -20,7 +20,9 @@ bool TestPage::Write(const QString& Path, const QString& Code)
     if (!ascii)
         bytes.prepend("\xEF\xBB\xBF");
     QSaveFile file(Path);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered: a buffered short write (disk full) is not reported, and commit() would
+    // then keep the truncated page.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
     if (file.write(bytes) != bytes.size())
         return false;

@@ -18,7 +18,9 @@ QString URLHelpPage::Text()
 bool URLHelpPage::Write(const QString& Path)
 {
     QSaveFile file(Path);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered: a buffered short write (disk full) is not reported, and commit() would
+    // then keep the truncated page.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
     const QByteArray bytes = Text().toLatin1();
     if (file.write(bytes) != bytes.size())

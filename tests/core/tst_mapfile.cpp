@@ -1,3 +1,4 @@
+#include "FileSizeLimit.h"
 #include "interchange/MapFile.h"
 #include "interchange/MapTextReader.h"
 #include "interchange/MapTextWriter.h"
@@ -8,8 +9,6 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
-#include <csignal>
-#include <sys/resource.h>
 
 namespace {
 
@@ -669,15 +668,12 @@ void TestMapFile::failedSaveLeavesPreviousFileWhole()
     // A file-size limit makes the write fail part way, as a full disk would.
     MapDocument doc = SettingsDocument();
     doc.MapName = QString(4096, QLatin1Char('m'));
-    rlimit old{};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
-    rlimit small = old;
-    small.rlim_cur = 1024;
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const MapFile::WriteResult saved = MapFile::SaveMap(doc, path);
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
+    MapFile::WriteResult saved;
+    {
+        const FileSizeLimit limit(1024);
+        QVERIFY(limit.Active());
+        saved = MapFile::SaveMap(doc, path);
+    }
 
     QVERIFY(!saved.ok);
     QCOMPARE(saved.message, QStringLiteral("There was an error while trying to save the file."));

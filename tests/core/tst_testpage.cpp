@@ -1,3 +1,4 @@
+#include "FileSizeLimit.h"
 #include "interchange/TestPage.h"
 
 #include <QFile>
@@ -24,6 +25,7 @@ private slots:
     void writeCreatesAndOverwrites();
     void nonAsciiPageIsMarkedAsUtf8();
     void unwritablePathFails();
+    void shortWriteFailsAndKeepsThePreviousPage();
 };
 
 void TestTestPage::fourLinesEachEndedByCrLf()
@@ -66,6 +68,23 @@ void TestTestPage::unwritablePathFails()
     QVERIFY(!TestPage::Write(dir.filePath(QStringLiteral("missing/folder/page.htm")),
                              QStringLiteral("x")));
     QVERIFY(!TestPage::Write(dir.path(), QStringLiteral("x"))); // a folder, not a file
+}
+
+void TestTestPage::shortWriteFailsAndKeepsThePreviousPage()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(TestPage::FileName());
+    QVERIFY(TestPage::Write(path, QStringLiteral("first")));
+    const QByteArray previous = ReadAll(path);
+    bool written = true;
+    {
+        // The disk fills up part way through the page.
+        const FileSizeLimit limit(1024);
+        QVERIFY(limit.Active());
+        written = TestPage::Write(path, QString(4096, QLatin1Char('x')));
+    }
+    QVERIFY(!written);
+    QCOMPARE(ReadAll(path), previous);
 }
 
 QTEST_APPLESS_MAIN(TestTestPage)

@@ -1,3 +1,4 @@
+#include "FileSizeLimit.h"
 #include "canvas/MapDocument.h"
 #include "interchange/URLCheckList.h"
 #include "interchange/URLHelpPage.h"
@@ -20,6 +21,7 @@ private slots:
     void emptyAnswerChangesNothing();
     void firstClickAfterFillingIsSwallowed();
     void helpPageHasItsFourLines();
+    void helpPageShortWriteFails();
 
 private:
     static MapDocument ThreeShapes();
@@ -153,6 +155,21 @@ void TestURLCheckList::helpPageHasItsFourLines()
                                   "that don't give the complete path).\r"));
     QCOMPARE(lines[3], QByteArray("</BODY></HTML>\r"));
     QCOMPARE(lines[4], QByteArray());
+}
+
+void TestURLCheckList::helpPageShortWriteFails()
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath(URLHelpPage::FileName());
+    bool written = true;
+    {
+        // The disk fills up part way through the page.
+        const FileSizeLimit limit(64);
+        QVERIFY(limit.Active());
+        written = URLHelpPage::Write(path);
+    }
+    QVERIFY(!written);
+    QVERIFY(!QFile::exists(path));
 }
 
 QTEST_APPLESS_MAIN(TestURLCheckList)
