@@ -5,6 +5,7 @@
 #include "frame/AppResources.h"
 #include "frame/ColorPicker.h"
 #include "frame/Credits.h"
+#include "frame/FrameMenus.h"
 #include "frame/GridForm.h"
 #include "frame/HelpFile.h"
 #include "frame/ImageSize.h"
@@ -13,7 +14,6 @@
 #include "frame/Module1.h"
 #include "frame/StartUp.h"
 #include "frame/ToolStrip.h"
-#include "frame/WindowArranger.h"
 #include "frame/Zoom.h"
 #include "frame/ZoomRules.h"
 #include "frame/ZoomStep.h"
@@ -24,7 +24,6 @@
 #include "interchange/PictureLoader.h"
 #include "interchange/URLChecker.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -32,7 +31,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
@@ -43,28 +41,6 @@ namespace {
 QIcon Icon(const char* name)
 {
     return QIcon(QStringLiteral(":/icons/%1.svg").arg(QString::fromLatin1(name)));
-}
-
-QMenu* AddMenu(QWidget* parent, QMenuBar* bar, const char* name, const QString& caption)
-{
-    auto* menu = new QMenu(caption, parent);
-    menu->setObjectName(QString::fromLatin1(name));
-    menu->menuAction()->setObjectName(QString::fromLatin1(name) + QStringLiteral("Menu"));
-    bar->addMenu(menu);
-    return menu;
-}
-
-QMenu* AddSubmenu(QMenu* parent, const char* name, const QString& caption)
-{
-    auto* menu = parent->addMenu(caption);
-    menu->setObjectName(QString::fromLatin1(name));
-    menu->menuAction()->setObjectName(QString::fromLatin1(name) + QStringLiteral("Menu"));
-    return menu;
-}
-
-void AddSeparator(QMenu* menu, const char* name)
-{
-    menu->addSeparator()->setObjectName(QString::fromLatin1(name));
 }
 
 } // namespace
@@ -98,7 +74,7 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
     statusBar()->addWidget(m_statusPanel, 1);
     statusBar()->addPermanentWidget(m_zoomPanel);
 
-    CreateMenus();
+    FrameMenus::Create(*this);
     ConnectToolStrip();
     m_mapCommands = std::make_unique<MapCommandSet>(*this);
     SetMapCommandsEnabled(OpenMapCount > 0);
@@ -120,113 +96,6 @@ MDIForm1::~MDIForm1()
         delete window;
 }
 
-void MDIForm1::CreateMenus()
-{
-    QMenuBar* bar = menuBar();
-    const auto add = [this](QMenu* menu, const char* name, const QString& caption, const char* icon,
-                            const QKeySequence& keys, auto slot) {
-        QAction* action = menu->addAction(caption);
-        action->setObjectName(QString::fromLatin1(name));
-        if (icon != nullptr)
-            action->setIcon(Icon(icon));
-        if (!keys.isEmpty())
-            action->setShortcut(keys);
-        connect(action, &QAction::triggered, this, slot);
-        return action;
-    };
-    const QKeySequence none;
-
-    QMenu* file = AddMenu(this, bar, "file", QStringLiteral("&File"));
-    add(file, "NewMap", QStringLiteral("&New Map"), "new", QKeySequence::New,
-        &MDIForm1::LoadNewMap);
-    add(file, "LoadPic", QStringLiteral("Load &Map"), "open", QKeySequence::Open,
-        &MDIForm1::OpenMap);
-    AddSeparator(file, "filesplit");
-    add(file, "menuSaveMap", QStringLiteral("Sa&ve Map"), "save", QKeySequence::Save,
-        &MDIForm1::SaveMap);
-    add(file, "menuSaveMapAs", QStringLiteral("&Save Map &As..."), "saveas",
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &MDIForm1::SaveMapAs);
-    AddSeparator(file, "filesplit2");
-    add(file, "generatecode", QStringLiteral("&Generate Image Map Code"), "generate", none,
-        &MDIForm1::GenerateCode);
-    add(file, "mnuTestMap", QStringLiteral("&Test Image Map"), "test", none, &MDIForm1::TestMap);
-    AddSeparator(file, "split1");
-    add(file, "Exit", QStringLiteral("E&xit"), "exit", QKeySequence::Quit, &MDIForm1::close);
-
-    QMenu* edit = AddMenu(this, bar, "edit", QStringLiteral("&Edit"));
-    add(edit, "CutShape", QStringLiteral("Cu&t Shape"), "cut", QKeySequence::Cut,
-        &MDIForm1::CutShape);
-    add(edit, "Copyshape", QStringLiteral("&Copy Shape"), "copy", QKeySequence::Copy,
-        &MDIForm1::CopyShape);
-    add(edit, "PasteShape", QStringLiteral("&Paste Shape"), "paste", QKeySequence::Paste,
-        &MDIForm1::PasteShape);
-    AddSeparator(edit, "editsplit");
-    // The Delete key itself belongs to the map window, which ignores it while a polygon
-    // is being drawn; the menu only names it.
-    add(edit, "DeleteShape", QStringLiteral("&Delete Shape"), "delete", QKeySequence::Delete,
-        &MDIForm1::DeleteShape)
-        ->setShortcutContext(Qt::WidgetShortcut);
-    AddSeparator(edit, "editsplit2");
-    QMenu* morph = AddSubmenu(edit, "MorphShape", QStringLiteral("&Morph to..."));
-    add(morph, "MorRectangle", QStringLiteral("&Rectangle"), "rectangle", none,
-        [this] { MorphShape(1); });
-    add(morph, "MorCircle", QStringLiteral("&Circle"), "circle", none, [this] { MorphShape(0); });
-    add(morph, "MorPolygon", QStringLiteral("&Polygon"), "polygon", none,
-        [this] { MorphShape(2); });
-
-    QMenu* view = AddMenu(this, bar, "view", QStringLiteral("&View"));
-    add(view, "smallsize", QStringLiteral("&Zoom In"), "zoomin", QKeySequence::ZoomIn,
-        &MDIForm1::ZoomIn);
-    add(view, "largesize", QStringLiteral("&Zoom Out"), "zoomout", QKeySequence::ZoomOut,
-        &MDIForm1::ZoomOut);
-    AddSeparator(view, "viewsplit");
-    add(view, "CustomZoom", QStringLiteral("Custom &Zoom"), "customzoom", none,
-        &MDIForm1::ShowCustomZoom);
-
-    QMenu* options = AddMenu(this, bar, "options", QStringLiteral("&Options"));
-    add(options, "theimagesize", QStringLiteral("&Image Size"), "imagesize", none,
-        &MDIForm1::ShowImageSize);
-    add(options, "Gridoptions", QStringLiteral("&Grid Options"), "grid", none,
-        &MDIForm1::ShowGridOptions);
-    add(options, "MapColors", QStringLiteral("&Map Colors"), "colors", none,
-        &MDIForm1::ShowMapColors);
-    add(options, "ShapeProperties", QStringLiteral("&Shape Properties"), "properties", none,
-        &MDIForm1::ShapeProperties);
-    AddSeparator(options, "optionssplit");
-    QMenu* modes = AddSubmenu(options, "Shapes", QStringLiteral("&Draw Mode"));
-    add(modes, "RectangleMode", QStringLiteral("&Rectangle"), "rectangle", none,
-        [this] { m_toolStrip->SelectMode(DrawingMode::Rectangle); });
-    add(modes, "CircleMode", QStringLiteral("&Circle"), "circle", none,
-        [this] { m_toolStrip->SelectMode(DrawingMode::Circle); });
-    add(modes, "PolygonMode", QStringLiteral("&Polygon"), "polygon", none,
-        [this] { m_toolStrip->SelectMode(DrawingMode::Polygon); });
-    add(modes, "pointermode", QStringLiteral("P&ointer"), "pointer", none,
-        [this] { m_toolStrip->SelectMode(DrawingMode::Pointer); });
-
-    QMenu* tools = AddMenu(this, bar, "tools", QStringLiteral("&Tools"));
-    add(tools, "ConvertToShapes", QStringLiteral("&Convert HTML Code to Map"), "convert", none,
-        &MDIForm1::ShowConvertHtml);
-    add(tools, "mnuURLChecker", QStringLiteral("&URL Checker"), "urlcheck", none,
-        &MDIForm1::CheckTheURLs);
-
-    m_windowMenu = AddMenu(this, bar, "TheWindow", QStringLiteral("&Window"));
-    add(m_windowMenu, "Cascade", QStringLiteral("&Cascade"), "cascade", none,
-        [this] { WindowArranger::Cascade(*m_mdiArea); });
-    add(m_windowMenu, "Tile", QStringLiteral("&Tile"), "tile", none,
-        [this] { WindowArranger::TileHorizontally(*m_mdiArea); });
-    add(m_windowMenu, "arrangeicons", QStringLiteral("&Arrange Icons"), "arrange", none,
-        [this] { WindowArranger::ArrangeIcons(*m_mdiArea); });
-    connect(m_windowMenu, &QMenu::aboutToShow, this, &MDIForm1::FillWindowList);
-
-    QMenu* help = AddMenu(this, bar, "HelpFileMenu", QStringLiteral("&Help"));
-    add(help, "HelpFile", QStringLiteral("&Help File"), "help", QKeySequence::HelpContents,
-        &MDIForm1::ShowHelpFile);
-    add(help, "corvaneonline", QStringLiteral("&Corvane Online"), "online", none,
-        &MDIForm1::ShowOnline);
-    AddSeparator(help, "mnuhelpsplit");
-    add(help, "mnuCredits", QStringLiteral("&Credits"), "credits", none, &MDIForm1::ShowCredits);
-}
-
 void MDIForm1::ConnectToolStrip()
 {
     const std::pair<const char*, void (MDIForm1::*)()> buttons[] = {
@@ -240,30 +109,6 @@ void MDIForm1::ConnectToolStrip()
     };
     for (const auto& [name, slot] : buttons)
         connect(m_toolStrip->Button(QString::fromLatin1(name)), &QToolButton::clicked, this, slot);
-}
-
-void MDIForm1::FillWindowList()
-{
-    // Below the arrangements: one checkable entry per open map, as desktop MDI
-    // programs have.
-    const QList<QAction*> actions = m_windowMenu->actions();
-    for (int i = 3; i < actions.size(); ++i) {
-        m_windowMenu->removeAction(actions.at(i));
-        actions.at(i)->deleteLater();
-    }
-    const QList<QMdiSubWindow*> windows = m_mdiArea->subWindowList();
-    if (windows.isEmpty())
-        return;
-    m_windowMenu->addSeparator();
-    int number = 1;
-    for (QMdiSubWindow* window : windows) {
-        QAction* action = m_windowMenu->addAction(
-            QStringLiteral("&%1 %2").arg(number++).arg(window->windowTitle()));
-        action->setCheckable(true);
-        action->setChecked(window == m_mdiArea->currentSubWindow());
-        connect(action, &QAction::triggered, this,
-                [this, window] { m_mdiArea->setActiveSubWindow(window); });
-    }
 }
 
 // ---- maps -----------------------------------------------------------------------------

@@ -13,7 +13,6 @@ class QDialog;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
-class QMenu;
 class ToolStrip;
 
 // The editor's main window: menus, the tool strip with the drawing modes, the status
@@ -90,17 +89,14 @@ private:
     ToolStrip* m_toolStrip;
     QLabel* m_statusPanel;
     QLabel* m_zoomPanel;
-    QMenu* m_windowMenu = nullptr;
     std::unique_ptr<MapCommandSet> m_mapCommands;
 
-    void CreateMenus();
     void ConnectToolStrip();
     ShapeCanvas* AddMapWindow();
     void ShowMapWindow(ShapeCanvas& Map);
     void DiscardMapWindow(ShapeCanvas* Map);
     void ZoomBy(bool In);
     void UpdateZoomPanel();
-    void FillWindowList();
     // Runs Command on the active map; an error becomes a critical message and the
     // program goes on.
     void OnActiveMap(const std::function<void(ShapeCanvas&)>& Command);
