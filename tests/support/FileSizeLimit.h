@@ -8,12 +8,10 @@
 class FileSizeLimit
 {
 public:
-    explicit FileSizeLimit(rlim_t Bytes)
+    explicit FileSizeLimit(rlim_t Bytes) : m_oldHandler(std::signal(SIGXFSZ, SIG_IGN))
     {
         getrlimit(RLIMIT_FSIZE, &m_old);
-        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limited = m_old;
-        limited.rlim_cur = Bytes;
+        rlimit limited{Bytes, m_old.rlim_max};
         m_active = setrlimit(RLIMIT_FSIZE, &limited) == 0;
     }
     ~FileSizeLimit()
@@ -23,11 +21,10 @@ public:
     }
     FileSizeLimit(const FileSizeLimit&) = delete;
     FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
     bool Active() const { return m_active; }
 
 private:
     rlimit m_old{};
-    void (*m_oldHandler)(int) = nullptr;
+    void (*m_oldHandler)(int);
     bool m_active = false;
 };
