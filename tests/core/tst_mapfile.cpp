@@ -219,10 +219,8 @@ void TestMapFile::findsMovedPictureBesideTheMap_data()
     QTest::addColumn<bool>("keepsStored");
     QTest::newRow("folder that is gone")
         << m_dir.filePath("gone/") << m_dir.filePath("x.imp") << true;
-    QTest::newRow("no folder") << ""
-                               << "harbour.imp" << false;
-    QTest::newRow("relative folder") << "./"
-                                     << "" << false;
+    QTest::newRow("no folder") << QString() << QString("harbour.imp") << false;
+    QTest::newRow("relative folder") << QString("./") << QString() << false;
 }
 
 void TestMapFile::findsMovedPictureBesideTheMap()
