@@ -121,11 +121,11 @@ void TestHtmlImport::defaultAreaSetsTheMapDefaults()
     const HtmlImporter::Result result = HtmlImporter::Convert(
         Wrap("<area shape=\"rect\" coords=\"1,2,3,4\" href=\"a.htm\">\n"
              "<area shape=default coords=\"0,0,9,9\" href=\"first.htm\" alt=\"first\">\n"
-             "<area shape=\"default\" coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
+             "<area coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
         d);
     QVERIFY2(result.ok, qPrintable(result.message));
     HtmlImporter::Apply(result, d);
-    // The last default area wins; what it lacks is cleared.
+    // The last area with no known shape word wins; what it lacks is cleared.
     QCOMPARE(d.ItemCount(), std::int16_t(0));
     QCOMPARE(d.DefURL, QStringLiteral("rest.htm"));
     QCOMPARE(d.DefComment, QString());

@@ -40,7 +40,6 @@ MapDocument SettingsDocument(const QString& PictureFolder = QStringLiteral("/pic
     doc.GridStyle = 1;
     doc.GridColorNum = 4;
     doc.ShouldDrawGrid = true;
-    doc.GridSnap = false;
     doc.BorderColor = RGBColor(1, 2, 3);
     doc.DefURL = QStringLiteral("http://example.com/");
     doc.DefComment = QStringLiteral("Harbour, town");
