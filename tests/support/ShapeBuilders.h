@@ -2,19 +2,16 @@
 
 #include "shape/PatShape.h"
 
-#include <QString>
 #include <QStringList>
 #include <vector>
 
-// Shapes rebuilt the way the map file reader does it, and their points as text for
-// readable comparisons.
+// A shape rebuilt the way the map file reader does it.
 inline PatShape MakeShape(std::int16_t type, const std::vector<ShapePoint>& points,
                           ShapeSurface* surface = nullptr, double zoom = 1.0,
                           std::int32_t colour = 0x0000FF)
 {
     PatShape shape;
-    shape.ResetInfo(type, true, colour, QStringLiteral("http://"), QString(), QString(), QString(),
-                    0, QString());
+    shape.ResetInfo(type, true, colour, QStringLiteral("http://"), {}, {}, {}, 0, {});
     shape.ResetPoints(static_cast<std::int16_t>(points.size()) - 1);
     for (std::size_t i = 0; i < points.size(); ++i)
         shape.SetPoint(static_cast<std::int16_t>(i), points[i].x, points[i].y);
@@ -23,10 +20,10 @@ inline PatShape MakeShape(std::int16_t type, const std::vector<ShapePoint>& poin
 }
 
 // The four corners of (left, top)-(right, bottom), clockwise from the top-left.
-inline std::vector<ShapePoint> Corners(std::int32_t left, std::int32_t top, std::int32_t right,
-                                       std::int32_t bottom)
+inline std::vector<ShapePoint> Corners(std::int32_t l, std::int32_t t, std::int32_t r,
+                                       std::int32_t b)
 {
-    return {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+    return {{l, t}, {r, t}, {r, b}, {l, b}};
 }
 
 inline QString PointsText(const std::vector<ShapePoint>& points)
