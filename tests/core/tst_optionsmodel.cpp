@@ -50,9 +50,10 @@ private slots:
         model.SelectTab(3);
         model.EditText(OptionsModel::Field::Target, QStringLiteral("_blank"));
         model.ClickAlert(true);
+        model.SelectTab(2);
         model.WriteBack();
         QCOMPARE(doc.GetURL(0), QStringLiteral("first.html"));
-        QCOMPARE(doc.GetComment(1), QString());
+        QCOMPARE(doc.GetComment(0) + doc.GetComment(1), QString());
         QCOMPARE(doc.GetTarget(1), QStringLiteral("_blank"));
         // An undecided alert (-1) stays so unless its box was clicked.
         QCOMPARE(doc.GetAlertVal(0), std::int16_t(-1));
