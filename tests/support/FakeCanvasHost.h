@@ -2,40 +2,48 @@
 
 #include "ScriptedModalUi.h"
 #include "canvas/CanvasHost.h"
+#include "canvas/MapDocument.h"
 
-#include <QList>
-#include <QPair>
-#include <QString>
 #include <QStringList>
+#include <algorithm>
 
 // A frame stand-in for map-window tests: a settable drawing mode and active window,
-// and a record of everything the window asked of its frame.
+// and a record of what the window asked of its frame.
 class FakeCanvasHost : public CanvasHost
 {
 public:
     DrawingMode mode = DrawingMode::Pointer;
     ShapeCanvas* active = nullptr;
     QString statusText;
-    int statusUpdates = 0;
     QList<bool> commandsEnabled;
-    QList<QPair<ShapeCanvas*, int>> propertiesShown;
+    int propertiesShown = 0;
     QStringList codeShown;
-    QList<ShapeCanvas*> urlCheckers;
     ScriptedModalUi ui;
 
     DrawingMode CurrentDrawingMode() const override { return mode; }
-    void SetStatusText(const QString& Text) override
-    {
-        statusText = Text;
-        ++statusUpdates;
-    }
+    void SetStatusText(const QString& Text) override { statusText = Text; }
     ShapeCanvas* ActiveMapWindow() const override { return active; }
     void SetMapCommandsEnabled(bool Enabled) override { commandsEnabled.append(Enabled); }
     ModalUi& Dialogs() override { return ui; }
-    void ShowShapeProperties(ShapeCanvas& Canvas, int TheIndex) override
-    {
-        propertiesShown.append({&Canvas, TheIndex});
-    }
+    void ShowShapeProperties(ShapeCanvas&, int) override { ++propertiesShown; }
     void ShowGeneratedCode(const QString& Code) override { codeShown.append(Code); }
-    void ShowUrlChecker(ShapeCanvas& Canvas) override { urlCheckers.append(&Canvas); }
+    void ShowUrlChecker(ShapeCanvas&) override {}
 };
+
+// Empty when the shape list is whole and coloured by its stacking, else what is wrong.
+inline QString MapInconsistency(const MapDocument& d)
+{
+    std::vector<std::int16_t> order = d.ShapeOrder();
+    std::sort(order.begin(), order.end());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        if (order[i] != std::int16_t(i))
+            return QStringLiteral("ShapeOrder is not a permutation");
+    }
+    if (order.size() != d.Shapes().size() || int(order.size()) != d.ItemCount() + 1)
+        return QStringLiteral("list sizes differ from ItemCount");
+    for (std::int16_t i = 0; i <= d.ItemCount() && !d.PolygonInProgress; ++i) {
+        if (d.Shape(i).ShapeColor != (i == d.ShapeOrder().front() ? d.FocusColor : d.NonFocusColor))
+            return QStringLiteral("shape %1 has the wrong colour").arg(i);
+    }
+    return QString();
+}
