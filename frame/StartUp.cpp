@@ -63,8 +63,13 @@ StartUp::StartUp(ModalUi& ui, QWidget* parent)
     DialogPlacement::CentreOnScreen(*this);
 
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(help, &QPushButton::clicked, this, [this] { HelpFile::ShowManual(m_ui); });
+    connect(help, &QPushButton::clicked, this, &StartUp::Help);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void StartUp::Help()
+{
+    HelpFile::ShowManual(m_ui);
 }
 
 bool StartUp::NewMapChosen() const

@@ -17,6 +17,8 @@ public:
     bool NewMapChosen() const;
 
 private:
+    void Help();
+
     ModalUi& m_ui;
     QRadioButton* m_newMap;
 };

@@ -11,6 +11,7 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -184,6 +185,32 @@ private slots:
         // Only the unreadable files are errors, and the picture's message names it.
         QCOMPARE(m_ui->messages.size(), 2);
         QVERIFY(m_ui->messages.first().text.contains(QStringLiteral("junk.jpg")));
+    }
+
+    void startUpHelpAndCommandLine()
+    {
+        m_ui->desktopOpens = false;
+        m_dialogScript = [](QDialog& dialog) {
+            Child<QPushButton>(dialog, "Command2")->click(); // Help leaves the dialog open
+            QVERIFY(dialog.result() != QDialog::Accepted);
+            Child<QRadioButton>(dialog, "Option2")->setChecked(true);
+            Child<QPushButton>(dialog, "Command1")->click();
+        };
+        m_frame->ShowStartUp(); // the open dialog is cancelled: an empty frame, no error
+        Trigger("HelpFile");
+        Trigger("corvaneonline");
+        QCOMPARE(m_ui->messageTexts(),
+                 (QStringList{"There was an error while trying to load the file.",
+                              "There was an error while trying to load the file.",
+                              "There was an error while trying to open the default browser."}));
+        QVERIFY(m_frame->MapWindows().isEmpty());
+
+        const QString picture = m_dir.filePath(QStringLiteral("start.png"));
+        QImage(30, 20, QImage::Format_RGB32).save(picture);
+        m_frame->OpenFiles({QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp"), picture});
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QCOMPARE(m_frame->MapWindows().at(0)->Document().ItemCount(), std::int16_t(2));
+        QCOMPARE(m_frame->MapWindows().at(1)->Document().SWidth, 30);
     }
 
     void clipboard()
