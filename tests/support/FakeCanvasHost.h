@@ -17,6 +17,7 @@ public:
     QString statusText;
     QList<bool> commandsEnabled;
     int propertiesShown = 0;
+    int propertiesTab = 0;
     QStringList codeShown;
     ScriptedModalUi ui;
 
@@ -25,7 +26,11 @@ public:
     ShapeCanvas* ActiveMapWindow() const override { return active; }
     void SetMapCommandsEnabled(bool Enabled) override { commandsEnabled.append(Enabled); }
     ModalUi& Dialogs() override { return ui; }
-    void ShowShapeProperties(ShapeCanvas&, int) override { ++propertiesShown; }
+    void ShowShapeProperties(ShapeCanvas&, int TheIndex) override
+    {
+        ++propertiesShown;
+        propertiesTab = TheIndex;
+    }
     void ShowGeneratedCode(const QString& Code) override { codeShown.append(Code); }
     void ShowUrlChecker(ShapeCanvas&) override {}
 };

@@ -125,6 +125,24 @@ private slots:
         }
     }
 
+    void doubleClickOpensTheTabOfWhatWasPressed()
+    {
+        NewCanvas();
+        // A user's double click is a click, then the double-click event.
+        const auto doubleClick = [this](QPoint at) {
+            Click(at);
+            QTest::mouseDClick(Surface(), Qt::LeftButton, {}, at);
+            return m_host->propertiesTab;
+        };
+        QCOMPARE(doubleClick({300, 250}), 2); // no shapes: the default area's tab
+        for (int i = 0; i < 3; ++i)
+            Draw(Mode::Rectangle, QPoint(10 + 60 * i, 10), QPoint(50 + 60 * i, 50));
+        QCOMPARE(doubleClick({300, 250}), 5); // empty surface: the default area's tab
+        QCOMPARE(doubleClick({90, 30}), 3);   // shape 1's tab
+        m_canvas->ShapeProperties(-1);
+        QCOMPARE(m_host->propertiesTab, 1);
+    }
+
     void bodyDrag()
     {
         // Snapped: grabbed 17 and 13 pixels inside, one whole step each, and (71, 69) snaps
