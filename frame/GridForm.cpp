@@ -1,6 +1,7 @@
 #include "frame/GridForm.h"
 
 #include "canvas/ShapeCanvas.h"
+#include "frame/DialogButtons.h"
 #include "frame/DialogPlacement.h"
 #include "frame/GridOptions.h"
 #include "frame/ModalUi.h"
@@ -83,17 +84,9 @@ GridForm::GridForm(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     form->addRow(m_display);
     form->addRow(m_snap);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("Command1"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("Command2"));
+    QPushButton* ok = nullptr;
+    QHBoxLayout* buttons = DialogButtons::OkCancel(*this, ok);
     connect(ok, &QPushButton::clicked, this, &GridForm::Ok);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);

@@ -2,6 +2,8 @@
 
 #include "canvas/MapDocument.h"
 
+#include <utility>
+
 MapColorEditor::MapColorEditor(MapDocument& Document, std::function<void()> Redraw)
     : m_document(Document), m_redraw(std::move(Redraw)), m_startFocus(Document.FocusColor),
       m_startNormal(Document.NonFocusColor), m_startBorder(Document.BorderColor)
@@ -9,6 +11,11 @@ MapColorEditor::MapColorEditor(MapDocument& Document, std::function<void()> Redr
 }
 
 std::int32_t& MapColorEditor::Field(Which Colour)
+{
+    return const_cast<std::int32_t&>(std::as_const(*this).Field(Colour));
+}
+
+const std::int32_t& MapColorEditor::Field(Which Colour) const
 {
     switch (Colour) {
     case Which::Focus:
@@ -29,15 +36,7 @@ std::int32_t MapColorEditor::Select(Which Colour)
 
 std::int32_t MapColorEditor::Current() const
 {
-    switch (m_selected) {
-    case Which::Focus:
-        return m_document.FocusColor;
-    case Which::Normal:
-        return m_document.NonFocusColor;
-    case Which::Border:
-        break;
-    }
-    return m_document.BorderColor;
+    return Field(m_selected);
 }
 
 std::int32_t MapColorEditor::Apply(int Red, int Green, int Blue)

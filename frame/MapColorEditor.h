@@ -31,6 +31,7 @@ public:
 
 private:
     std::int32_t& Field(Which Colour);
+    const std::int32_t& Field(Which Colour) const;
 
     MapDocument& m_document;
     std::function<void()> m_redraw;

@@ -1,6 +1,7 @@
 #include "frame/Zoom.h"
 
 #include "canvas/ShapeCanvas.h"
+#include "frame/DialogButtons.h"
 #include "frame/DialogPlacement.h"
 #include "frame/ModalUi.h"
 #include "frame/SteppedNumberBox.h"
@@ -38,17 +39,9 @@ Zoom::Zoom(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     auto* form = new QFormLayout(frame);
     form->addRow(QStringLiteral("Percent to Zoom:"), row);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
-    ok->setObjectName(QStringLiteral("Command1"));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("Command2"));
+    QPushButton* ok = nullptr;
+    QHBoxLayout* buttons = DialogButtons::OkCancel(*this, ok);
     connect(ok, &QPushButton::clicked, this, &Zoom::Ok);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
