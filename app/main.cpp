@@ -1,7 +1,7 @@
-#include "frame/AppResources.h"
-#include "frame/MDIForm1.h"
-#include "frame/QtModalUi.h"
-#include "frame/frmSplash.h"
+#include "ui/frame/AppResources.h"
+#include "ui/frame/MDIForm1.h"
+#include "ui/frame/QtModalUi.h"
+#include "ui/frame/frmSplash.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,7 +1,7 @@
-#include "canvas/MapDocument.h"
-#include "interchange/HtmlImporter.h"
-#include "interchange/MapCodeGenerator.h"
-#include "interchange/MapFile.h"
+#include "core/document/MapDocument.h"
+#include "core/interchange/HtmlImporter.h"
+#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/MapFile.h"
 
 #include <QFile>
 #include <QImage>

@@ -1,7 +1,7 @@
-#include "canvas/CanvasHost.h"
-#include "canvas/CanvasSurface.h"
-#include "canvas/ShapeCanvas.h"
-#include "frame/ModalUi.h"
+#include "core/base/ModalUi.h"
+#include "core/document/CanvasHost.h"
+#include "ui/canvas/CanvasSurface.h"
+#include "ui/canvas/ShapeCanvas.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -1,12 +1,12 @@
 #include "cli/CliRunner.h"
 
 #include "cli/MapJson.h"
-#include "interchange/HtmlImporter.h"
-#include "interchange/MapCodeGenerator.h"
-#include "interchange/MapFile.h"
-#include "interchange/MapTextCodec.h"
-#include "interchange/NewMap.h"
-#include "interchange/TestPage.h"
+#include "core/interchange/HtmlImporter.h"
+#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/MapFile.h"
+#include "core/interchange/MapTextCodec.h"
+#include "core/interchange/NewMap.h"
+#include "core/interchange/TestPage.h"
 
 #include <QDir>
 #include <QFile>

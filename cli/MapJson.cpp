@@ -1,6 +1,6 @@
 #include "cli/MapJson.h"
 
-#include "canvas/MapDocument.h"
+#include "core/document/MapDocument.h"
 
 #include <QLocale>
 #include <QString>

@@ -1,6 +1,6 @@
-#include "canvas/MapDocument.h"
-#include "interchange/HtmlImporter.h"
-#include "interchange/MapCodeGenerator.h"
+#include "core/document/MapDocument.h"
+#include "core/interchange/HtmlImporter.h"
+#include "core/interchange/MapCodeGenerator.h"
 
 #include <QString>
 #include <cstddef>

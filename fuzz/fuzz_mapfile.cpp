@@ -1,6 +1,6 @@
-#include "canvas/MapDocument.h"
-#include "interchange/MapCodeGenerator.h"
-#include "interchange/MapFile.h"
+#include "core/document/MapDocument.h"
+#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/MapFile.h"
 
 #include <QByteArray>
 #include <QDir>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ScriptedModalUi.h"
-#include "canvas/CanvasHost.h"
-#include "canvas/MapDocument.h"
+#include "core/document/CanvasHost.h"
+#include "core/document/MapDocument.h"
 
 #include <QStringList>
 #include <algorithm>

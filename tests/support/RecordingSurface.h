@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shape/ShapeSurface.h"
+#include "core/shape/ShapeSurface.h"
 
 #include <QRegion>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/ModalUi.h"
+#include "core/base/ModalUi.h"
 
 #include <QList>
 #include <QQueue>
@@ -9,9 +9,11 @@
 
 // Records every modal interaction and answers from queues; never blocks.
 // An empty queue answers as a cancel (empty path, No, nullopt).
-class ScriptedModalUi : public ModalUi {
+class ScriptedModalUi : public ModalUi
+{
 public:
-    struct Shown {
+    struct Shown
+    {
         QString text;
         Icon icon;
     };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shape/PatShape.h"
+#include "core/shape/PatShape.h"
 
 #include <QStringList>
 #include <vector>

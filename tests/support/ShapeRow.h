@@ -1,6 +1,6 @@
 #pragma once
 
-#include "canvas/MapDocument.h"
+#include "core/document/MapDocument.h"
 
 #include <QStringList>
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+// Everything modal that leaves the program's own windows: message boxes, the three
+// file dialogs, the one-line prompt and handing a file or address to the desktop.
+// The editor uses QtModalUi; tests use a scripted double.
+class ModalUi
+{
+public:
+    enum class Icon { Information, Critical };
+
+    virtual ~ModalUi() = default;
+    // A message box titled "Corvane" with an OK button.
+    virtual void Message(const QString& Text, Icon TheIcon) = 0;
+    // A Yes/No question titled "Corvane" with the information icon; true for Yes.
+    virtual bool Question(const QString& Text) = 0;
+    // The same with the critical icon, for a question before something is thrown away.
+    virtual bool CriticalQuestion(const QString& Text) { return Question(Text); }
+    // "Load Picture"; the chosen path, or empty when cancelled.
+    virtual QString AskForPicture() = 0;
+    // "Open Map"; the chosen path, or empty when cancelled.
+    virtual QString AskForMapToOpen() = 0;
+    // "Save Map"; the chosen path as the dialog gave it, or empty when cancelled.
+    virtual QString AskForMapNameToSave() = 0;
+    // A one-line prompt; nullopt when cancelled.
+    virtual std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
+                                          const QString& Default) = 0;
+    // Opens a local file or an address with the desktop's program; false on failure.
+    virtual bool OpenWithDesktop(const QString& FileOrUrl) = 0;
+};

@@ -1,0 +1,205 @@
+#include "core/document/MapDocument.h"
+
+#include "core/base/Numeric.h"
+#include "core/shape/ShapeSurface.h"
+
+#include <algorithm>
+#include <numeric>
+
+MapDocument::MapDocument() = default;
+
+PatShape& MapDocument::Shape(std::int16_t Index)
+{
+    if (Index < 0 || Index > m_itemCount)
+        throw IndexOutOfRangeError();
+    return m_shapes[static_cast<std::size_t>(Index)];
+}
+
+const PatShape& MapDocument::Shape(std::int16_t Index) const
+{
+    if (Index < 0 || Index > m_itemCount)
+        throw IndexOutOfRangeError();
+    return m_shapes[static_cast<std::size_t>(Index)];
+}
+
+PatShape& MapDocument::TopShape()
+{
+    if (m_itemCount < 0)
+        throw IndexOutOfRangeError();
+    return Shape(m_shapeOrder.front());
+}
+
+std::int16_t MapDocument::AddShape()
+{
+    const std::int16_t index = ToInt16(static_cast<std::int64_t>(m_itemCount) + 1);
+    m_shapes.emplace_back();
+    m_shapeOrder.push_back(index);
+    m_itemCount = index;
+    return index;
+}
+
+void MapDocument::BringToTop(std::int16_t NewTopIndex)
+{
+    if (NewTopIndex < 0 || NewTopIndex > m_itemCount)
+        throw IndexOutOfRangeError();
+    if (m_shapeOrder.front() == NewTopIndex)
+        return;
+    Shape(m_shapeOrder.front()).ShapeColor = NonFocusColor;
+    const auto found = std::find(m_shapeOrder.begin(), m_shapeOrder.end(), NewTopIndex);
+    const auto p = found == m_shapeOrder.end() ? m_shapeOrder.begin() : found;
+    std::move_backward(m_shapeOrder.begin(), p, p + 1);
+    m_shapeOrder.front() = NewTopIndex;
+    Shape(NewTopIndex).ShapeColor = FocusColor;
+}
+
+void MapDocument::DeleteShape()
+{
+    if (m_itemCount == -1)
+        return;
+    const std::int16_t d = m_shapeOrder.front();
+    m_shapes.erase(m_shapes.begin() + d);
+    m_shapeOrder.erase(m_shapeOrder.begin());
+    for (std::int16_t& entry : m_shapeOrder) {
+        if (entry >= d)
+            --entry;
+    }
+    HitState = -2;
+    --m_itemCount;
+    ClearCanvas();
+    if (m_itemCount == -1)
+        return;
+    CurrentShape = m_shapeOrder.front();
+    SetShapeColors();
+    DrawShapes();
+}
+
+void MapDocument::DrawShapes()
+{
+    if (m_itemCount == -1 || PolygonInProgress || m_surface == nullptr)
+        return;
+    m_surface->InvalidateAll();
+    m_surface->RepaintNow();
+}
+
+void MapDocument::SetShapeColors()
+{
+    if (m_itemCount == -1)
+        return;
+    for (PatShape& shape : m_shapes)
+        shape.ShapeColor = NonFocusColor;
+    TopShape().ShapeColor = FocusColor;
+}
+
+bool MapDocument::SetShapeEqualToTopShape(PatShape& CopyOfShape) const
+{
+    if (m_itemCount == -1)
+        return false;
+    Shape(m_shapeOrder.front()).MakeACopy(CopyOfShape);
+    return true;
+}
+
+void MapDocument::SetNewShape(const PatShape& NewShape)
+{
+    // NewShape may be one of our own shapes, which the growing list would move away.
+    const PatShape source = NewShape;
+    const std::int16_t index = AddShape();
+    PatShape& shape = m_shapes.back();
+    shape.SetInfo(m_surface, FocusColor, Rectangle, ZoomLevel, 0, 0);
+    CurrentShape = index;
+    source.MakeACopy(shape);
+    BringToTop(index);
+    DrawShapes();
+}
+
+void MapDocument::MorphShape(std::int16_t SType)
+{
+    if (m_itemCount < 0 || SType < Circle || SType > Polygon)
+        return;
+    TopShape().MorphTo(SType);
+}
+
+void MapDocument::ResizeShapeArray(std::int16_t newsize, bool KillAll)
+{
+    if (newsize < -1)
+        throw IndexOutOfRangeError();
+    const std::size_t count = static_cast<std::size_t>(newsize + 1);
+    if (KillAll) {
+        m_shapes.assign(count, PatShape{});
+        m_shapeOrder.resize(count);
+        std::iota(m_shapeOrder.begin(), m_shapeOrder.end(), std::int16_t{0});
+    } else {
+        m_shapes.resize(count);
+        std::vector<std::int16_t> order;
+        std::vector<bool> seen(count, false);
+        for (std::int16_t entry : m_shapeOrder) {
+            if (static_cast<std::size_t>(entry) < count) {
+                order.push_back(entry);
+                seen[static_cast<std::size_t>(entry)] = true;
+            }
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            if (!seen[i])
+                order.push_back(static_cast<std::int16_t>(i));
+        }
+        m_shapeOrder = std::move(order);
+    }
+    m_itemCount = newsize;
+    if (m_itemCount >= 0 && !KillAll)
+        SetShapeColors();
+}
+
+void MapDocument::ReSetShapeArray(const std::vector<PatShape>& NewShapes, std::int16_t N)
+{
+    if (N < -1)
+        throw IndexOutOfRangeError();
+    const std::size_t count = static_cast<std::size_t>(N + 1);
+    std::vector<PatShape> shapes(
+        NewShapes.begin(),
+        NewShapes.begin() + static_cast<std::ptrdiff_t>(std::min(count, NewShapes.size())));
+    shapes.resize(count);
+    m_shapes = std::move(shapes);
+    m_shapeOrder.resize(count);
+    std::iota(m_shapeOrder.begin(), m_shapeOrder.end(), std::int16_t{0});
+    m_itemCount = N;
+    CurrentShape = 0;
+    HitState = -2;
+    // A map of exactly one shape keeps the colour that shape brought with it.
+    if (N > 0)
+        m_shapes.front().ShapeColor = FocusColor;
+    ClearCanvas();
+}
+
+void MapDocument::AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order)
+{
+    const std::size_t count = NewShapes.size();
+    if (Order.size() != count || count > 32768)
+        throw IndexOutOfRangeError();
+    std::vector<bool> seen(count, false);
+    for (std::int16_t entry : Order) {
+        if (entry < 0 || static_cast<std::size_t>(entry) >= count || seen[entry])
+            throw IndexOutOfRangeError();
+        seen[static_cast<std::size_t>(entry)] = true;
+    }
+    m_shapes = std::move(NewShapes);
+    m_shapeOrder = std::move(Order);
+    m_itemCount = static_cast<std::int16_t>(static_cast<std::int32_t>(count) - 1);
+    CurrentShape = 0;
+    HitState = -2;
+    for (PatShape& shape : m_shapes)
+        shape.SetOpenGeneralInfo(m_surface, shape.Zoom());
+}
+
+void MapDocument::SetSurface(ShapeSurface* Surface)
+{
+    m_surface = Surface;
+    for (PatShape& shape : m_shapes)
+        shape.SetOpenGeneralInfo(Surface, shape.Zoom());
+}
+
+void MapDocument::ClearCanvas()
+{
+    if (m_surface == nullptr)
+        return;
+    m_surface->InvalidateAll();
+    m_surface->RepaintNow();
+}

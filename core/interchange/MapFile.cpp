@@ -1,0 +1,286 @@
+#include "core/interchange/MapFile.h"
+
+#include "core/base/Module1.h"
+#include "core/base/Numeric.h"
+#include "core/interchange/MapTextCodec.h"
+#include "core/interchange/MapTextReader.h"
+#include "core/interchange/MapTextWriter.h"
+#include "core/interchange/PictureLoader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <exception>
+#include <optional>
+
+namespace {
+
+using FormatError = MapTextReader::FormatError;
+
+// Lines of one shape record and of the default-area record.
+constexpr qsizetype ShapeRecordLines = 9;
+constexpr qsizetype DefaultAreaLines = 6;
+
+MapFile::ReadResult Failed(QStringList messages)
+{
+    MapFile::ReadResult result;
+    result.messages = std::move(messages);
+    return result;
+}
+
+std::int16_t InRange(std::int16_t value, std::int16_t low, std::int16_t high)
+{
+    if (value < low || value > high)
+        throw FormatError();
+    return value;
+}
+
+double Positive(double value)
+{
+    if (!(value > 0.0))
+        throw FormatError();
+    return value;
+}
+
+QString WithSeparator(const QString& folder)
+{
+    return folder.endsWith(QDir::separator()) ? folder : folder + QDir::separator();
+}
+
+// The folder the picture is in: ImagePath when it is there, otherwise the map file's own
+// folder (a map moved together with its picture). Nothing when it is in neither. A
+// relative ImagePath would depend on the working folder, so it counts as elsewhere.
+std::optional<QString> PictureFolder(const MapDocument& document, const QString& mapFile)
+{
+    const QString stored = document.ImagePath + document.ImageName;
+    if (QDir::isAbsolutePath(stored) && QFileInfo(stored).isFile())
+        return document.ImagePath;
+    const QString beside =
+        WithSeparator(QDir::toNativeSeparators(QFileInfo(mapFile).absolutePath()));
+    if (QFileInfo(beside + document.ImageName).isFile())
+        return beside;
+    return std::nullopt;
+}
+
+// The stored name, unless it cannot be a path on this system (a map made elsewhere).
+QString DocumentFileName(const QString& stored, const QString& openedFrom)
+{
+    const QString folder = Module1::FolderOfPath(stored);
+    if (QDir::isAbsolutePath(stored) && !folder.isEmpty() && QFileInfo(folder).isDir())
+        return stored;
+    return QFileInfo(openedFrom).absoluteFilePath();
+}
+
+void ReadSettings(MapTextReader& in, MapDocument& document)
+{
+    document.MapName = in.String();
+    document.MapStyle = InRange(in.Int16(), 0, 5);
+    document.MapOnClick = InRange(in.Int16(), 0, 5);
+    document.MapBorder = InRange(in.Int16(), 0, 2);
+    document.RealWidth = in.Int32();
+    document.RealHeight = in.Int32();
+    document.SWidth = in.Int32();
+    document.SHeight = in.Int32();
+    // Every later rescale divides by the zoom and the grid loops step by the spacing.
+    document.ZoomLevel = Positive(in.Double());
+    document.GridSpacing = Positive(in.Double());
+    document.GridColor = in.Int32();
+    document.GridStyle = in.Int32();
+    document.GridColorNum = in.Int16();
+    document.ShouldDrawGrid = in.Boolean();
+    document.GridSnap = in.Boolean();
+    document.FocusColor = in.Int32();
+    document.NonFocusColor = in.Int32();
+    document.BorderColor = in.Int32();
+}
+
+PatShape ReadShape(MapTextReader& in, const MapDocument& document)
+{
+    const std::int16_t type = InRange(in.Int16(), Circle, Polygon);
+    const std::vector<ShapePoint> points = in.Points();
+    // Circles and rectangles are always their four corners; a polygon has a vertex at least.
+    if (points.empty() || (type != Polygon && points.size() != 4))
+        throw FormatError();
+    const QString url = in.String();
+    const QString comment = in.String();
+    const QString target = in.String();
+    const QString status = in.String();
+    const std::int16_t alert = in.Int16();
+    const QString alertText = in.String();
+
+    PatShape shape;
+    shape.ResetInfo(type, true, document.NonFocusColor, url, comment, target, status, alert,
+                    alertText);
+    shape.ResetPoints(ToInt16(static_cast<std::int64_t>(points.size()) - 1));
+    for (std::size_t j = 0; j < points.size(); ++j)
+        shape.SetPoint(static_cast<std::int16_t>(j), points[j].x, points[j].y);
+    return shape;
+}
+
+void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
+{
+    const std::int16_t N = in.Int16();
+    if (N < -1)
+        throw FormatError();
+    const qsizetype count = qsizetype(N) + 1;
+    // Check the length first so that a huge count in a short file costs nothing.
+    if (in.LinesLeft() < count * ShapeRecordLines + DefaultAreaLines)
+        throw FormatError();
+    std::vector<PatShape> shapes;
+    shapes.reserve(static_cast<std::size_t>(count));
+    std::vector<std::int16_t> order(static_cast<std::size_t>(count), -1);
+    for (qsizetype i = 0; i < count; ++i) {
+        shapes.push_back(ReadShape(in, document));
+        // Shape i's record holds ShapeOrder entry i; read back it is taken as the
+        // position of shape i, the inverse for any order that is not its own inverse.
+        const std::int16_t k = InRange(in.Int16(), 0, N);
+        if (order[static_cast<std::size_t>(k)] != -1)
+            throw FormatError();
+        order[static_cast<std::size_t>(k)] = static_cast<std::int16_t>(i);
+    }
+    for (PatShape& shape : shapes)
+        shape.SetOpenGeneralInfo(surface, document.ZoomLevel);
+    document.SetSurface(surface);
+    document.AdoptShapes(std::move(shapes), std::move(order));
+    if (count > 0)
+        document.TopShape().ShapeColor = document.FocusColor;
+}
+
+void ReadDefaultArea(MapTextReader& in, MapDocument& document)
+{
+    document.DefURL = in.String();
+    document.DefComment = in.String();
+    document.DefTarget = in.String();
+    document.DefStatus = in.String();
+    document.DefAlertVal = in.Int16();
+    document.DefAlert = in.String();
+}
+
+} // namespace
+
+MapFile::ReadResult MapFile::OpenMapFile(const QString& FileNameToOpen, ShapeSurface* Surface)
+{
+    QFile file(FileNameToOpen);
+    if (!file.open(QIODevice::ReadOnly))
+        return Failed({CannotLoadMessage()});
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return Failed({CannotLoadMessage()});
+    return ReadMap(bytes, FileNameToOpen, Surface);
+}
+
+MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& FileNameToOpen,
+                                     ShapeSurface* Surface)
+{
+    try {
+        std::optional<QString> text = MapTextCodec::Decode(Bytes);
+        if (!text)
+            return Failed({CannotLoadMessage()});
+        MapTextReader in(std::move(*text));
+        MapDocument document;
+        in.String(); // the format version is never checked
+        const QString storedName = in.String();
+        document.ImagePath = in.String();
+        document.ImageName = in.String();
+        const std::optional<QString> pictureFolder = PictureFolder(document, FileNameToOpen);
+        if (!pictureFolder)
+            return Failed({PictureNotFoundMessage(), CannotLoadMessage()});
+        document.ImagePath = *pictureFolder;
+
+        ReadSettings(in, document);
+        ReadShapes(in, document, Surface);
+        ReadDefaultArea(in, document);
+
+        // Decoded last: a file that fails above never pays for its picture.
+        PictureLoader::Result picture =
+            PictureLoader::Load(document.ImagePath + document.ImageName);
+        if (!picture.ok)
+            return Failed({CannotLoadMessage()});
+        document.OrigPic = std::move(picture.image);
+
+        ReadResult result;
+        result.ok = true;
+        result.document = std::move(document);
+        result.fileName = DocumentFileName(storedName, FileNameToOpen);
+        return result;
+    } catch (const std::exception&) {
+        return Failed({CannotLoadMessage()});
+    }
+}
+
+QString MapFile::MapText(const MapDocument& Document, const QString& FileName)
+{
+    qsizetype expected = 512;
+    for (const PatShape& shape : Document.Shapes()) {
+        expected += 64 + qsizetype(shape.Points().size()) * 14 + shape.URL.size() +
+                    shape.Comment.size() + shape.Target.size() + shape.StatusString.size() +
+                    shape.AlertString.size();
+    }
+    MapTextWriter out(expected);
+    out.String(QStringLiteral("1.0.0"));
+    out.String(FileName);
+    out.String(Document.ImagePath);
+    out.String(Document.ImageName);
+    out.String(Document.MapName);
+    out.Integer(Document.MapStyle);
+    out.Integer(Document.MapOnClick);
+    out.Integer(Document.MapBorder);
+    out.Integer(Document.RealWidth);
+    out.Integer(Document.RealHeight);
+    out.Integer(Document.SWidth);
+    out.Integer(Document.SHeight);
+    out.Double(Document.ZoomLevel);
+    out.Double(Document.GridSpacing);
+    out.Integer(Document.GridColor);
+    out.Integer(Document.GridStyle);
+    out.Integer(Document.GridColorNum);
+    out.Boolean(Document.ShouldDrawGrid);
+    out.Boolean(Document.GridSnap);
+    out.Integer(Document.FocusColor);
+    out.Integer(Document.NonFocusColor);
+    out.Integer(Document.BorderColor);
+    out.Integer(Document.ItemCount());
+    const std::vector<PatShape>& shapes = Document.Shapes();
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        const PatShape& shape = shapes[i];
+        out.Integer(shape.GetShapeType());
+        out.Points(shape.Points());
+        out.String(shape.URL);
+        out.String(shape.Comment);
+        out.String(shape.Target);
+        out.String(shape.StatusString);
+        out.Integer(shape.AlertBox != 0 ? -1 : 0);
+        out.String(shape.AlertString);
+        out.Integer(Document.ShapeOrder()[i]);
+    }
+    out.String(Document.DefURL);
+    out.String(Document.DefComment);
+    out.String(Document.DefTarget);
+    out.String(Document.DefStatus);
+    out.Integer(Document.DefAlertVal != 0 ? -1 : 0);
+    out.String(Document.DefAlert);
+    return out.Text();
+}
+
+QByteArray MapFile::MapBytes(const MapDocument& Document, const QString& FileName)
+{
+    return MapTextCodec::Encode(MapText(Document, FileName));
+}
+
+MapFile::WriteResult MapFile::SaveMap(const MapDocument& Document, const QString& FileName)
+{
+    WriteResult result;
+    const QByteArray bytes = MapBytes(Document, FileName);
+    QSaveFile file(FileName);
+    // Unbuffered, so that a short write (disk full) shows in write()'s count: a buffered
+    // flush does not report it and commit() would keep the truncated file.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(bytes) != bytes.size() || !file.commit()) {
+        file.cancelWriting();
+        result.message = SaveErrorMessage();
+        return result;
+    }
+    result.ok = true;
+    return result;
+}

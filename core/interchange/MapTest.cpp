@@ -1,0 +1,19 @@
+#include "core/interchange/MapTest.h"
+
+#include "core/base/ModalUi.h"
+#include "core/interchange/TestPage.h"
+
+#include <QCoreApplication>
+
+QString MapTest::Run(const QString& Code, ModalUi& Ui, const QString& Folder)
+{
+    if (Code.isEmpty())
+        return QString();
+    const QString path = Folder + TestPage::FileName();
+    if (!TestPage::Write(path, Code))
+        return QString();
+    QCoreApplication::processEvents();
+    if (!Ui.OpenWithDesktop(path))
+        Ui.Message(BrowserFailureMessage(), ModalUi::Icon::Critical);
+    return path;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/document/MapDocument.h"
+
+#include <QImage>
+#include <QString>
+
+// A new map made from a picture, as "New Map" makes it: the picture shown at its own
+// size at zoom 1.0, with the defaults of a new map window for everything else.
+class NewMap
+{
+public:
+    struct Result
+    {
+        bool ok = false;
+        MapDocument document;
+        // For the user when !ok.
+        QString message;
+    };
+
+    // Loads the picture at PicturePath; a picture that cannot be read makes no map.
+    static Result FromPicture(const QString& PicturePath);
+    // Gives Document the picture: OrigPic, RealWidth/RealHeight and SWidth/SHeight =
+    // the picture's size, ZoomLevel 1.0, ImageName and ImagePath (ending with the
+    // separator) from the absolute form of PicturePath.
+    static void SetPicture(MapDocument& Document, const QImage& Picture,
+                           const QString& PicturePath);
+};

@@ -1,0 +1,307 @@
+#include "FileSizeLimit.h"
+#include "ShapeRow.h"
+#include "core/interchange/MapFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString CannotLoad = QStringLiteral("Error, map cannot be loaded.");
+const QString NotFound = QStringLiteral("Image for map not found.");
+
+const QString RectangleRow = QStringLiteral(
+    " 1 |10,20,110,20,110,80,10,80,|http://a.example/|Alpha|_blank|Status A|-1 |Alert A");
+const QString CircleRow =
+    QStringLiteral(" 0 |50,50,90,50,90,90,50,90,|b.htm|Beta, with a comma||| 0 |");
+const QString PolygonRow =
+    QStringLiteral(" 2 |10,40,30,5,50,40,|http://c.example/?q=1,2|Gamma|main|Status C| 0 |Alert C");
+
+// Every setting away from its default; the picture lies in PictureFolder.
+MapDocument SettingsDocument(const QString& PictureFolder = QStringLiteral("/pics/"))
+{
+    MapDocument doc;
+    doc.ImagePath = PictureFolder;
+    doc.ImageName = QStringLiteral("pic.png");
+    doc.MapName = QStringLiteral("Harbour");
+    doc.MapStyle = 2;
+    doc.MapOnClick = 3;
+    doc.MapBorder = 1;
+    doc.RealWidth = 480;
+    doc.RealHeight = 320;
+    doc.SWidth = 240;
+    doc.SHeight = 160;
+    doc.ZoomLevel = 1.5;
+    doc.GridSpacing = 0.5;
+    doc.GridColor = 255;
+    doc.GridStyle = 1;
+    doc.GridColorNum = 4;
+    doc.ShouldDrawGrid = true;
+    doc.BorderColor = RGBColor(1, 2, 3);
+    doc.DefURL = QStringLiteral("http://example.com/");
+    doc.DefComment = QStringLiteral("Harbour, town");
+    doc.DefTarget = QStringLiteral("_top");
+    doc.DefStatus = QStringLiteral("Welcome");
+    doc.DefAlertVal = -1;
+    doc.DefAlert = QStringLiteral("Hi");
+    return doc;
+}
+
+QByteArray Crlf(const QStringList& lines)
+{
+    return (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8();
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+void AddShape(MapDocument& doc, const QString& row)
+{
+    doc.BringToTop(AddShapeRow(doc, row, doc.ZoomLevel));
+}
+
+} // namespace
+
+class TestMapFile : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void writesExactBytes_data();
+    void writesExactBytes();
+    void readsBackWhatItWrote();
+    void refusesBrokenFiles_data();
+    void refusesBrokenFiles();
+    void findsMovedPictureBesideTheMap_data();
+    void findsMovedPictureBesideTheMap();
+    void textEncodings_data();
+    void textEncodings();
+    void failedSaveLeavesPreviousFileWhole();
+
+private:
+    MapDocument Local() const { return SettingsDocument(m_dir.path() + QLatin1Char('/')); }
+    // A valid two-shape map over dir/pic.png, as lines without line ends.
+    QStringList ValidLines() const;
+
+    QTemporaryDir m_dir;
+};
+
+void TestMapFile::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    QImage picture(8, 6, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QVERIFY(picture.save(m_dir.filePath(QStringLiteral("pic.png"))));
+}
+
+QStringList TestMapFile::ValidLines() const
+{
+    MapDocument doc = Local();
+    AddShape(doc, RectangleRow);
+    AddShape(doc, PolygonRow);
+    QStringList lines = MapFile::MapText(doc, m_dir.filePath("map.imp")).split("\r\n");
+    lines.removeLast();
+    return lines;
+}
+
+void TestMapFile::writesExactBytes_data()
+{
+    QTest::addColumn<bool>("withShapes");
+    QTest::addColumn<QString>("shapeLines");
+    QTest::newRow("no shapes") << false << "-1 ";
+    // Each new shape goes on top: ShapeOrder is 2, 1, 0 and entry i goes with shape i.
+    QTest::newRow("one of each kind")
+        << true << " 2 |" + RectangleRow + "| 2 |" + CircleRow + "| 1 |" + PolygonRow + "| 0 ";
+}
+
+void TestMapFile::writesExactBytes()
+{
+    QFETCH(bool, withShapes);
+    QFETCH(QString, shapeLines);
+    MapDocument doc = SettingsDocument();
+    if (withShapes) {
+        AddShape(doc, RectangleRow);
+        AddShape(doc, CircleRow);
+        AddShape(doc, PolygonRow);
+    }
+    const QString header = QStringLiteral(
+        "1.0.0|/maps/harbour.imp|/pics/|pic.png|Harbour| 2 | 3 | 1 | 480 | 320 | 240 | 160 | 1.5 "
+        "| .5 | 255 | 1 | 4 |True|False| 11827200 | 7895160 | 197121 |");
+    const QString defaults =
+        QStringLiteral("|http://example.com/|Harbour, town|_top|Welcome|-1 |Hi");
+    const QByteArray bytes = Crlf((header + shapeLines + defaults).split(QLatin1Char('|')));
+    QCOMPARE(MapFile::MapBytes(doc, QStringLiteral("/maps/harbour.imp")), bytes);
+
+    // Line 2 records the name the map is saved under.
+    const QString path = m_dir.filePath(QStringLiteral("harbour.imp"));
+    QVERIFY(MapFile::SaveMap(doc, path).ok);
+    QCOMPARE(ReadFile(path), QByteArray(bytes).replace("/maps/harbour.imp", path.toUtf8()));
+}
+
+void TestMapFile::readsBackWhatItWrote()
+{
+    MapDocument doc = Local();
+    AddShape(doc, RectangleRow);
+    AddShape(doc, CircleRow);
+    AddShape(doc, PolygonRow);
+    doc.BringToTop(1);
+    QCOMPARE(doc.ShapeOrder(), (std::vector<std::int16_t>{1, 2, 0}));
+    const QString path = m_dir.filePath(QStringLiteral("roundtrip.imp"));
+    const MapFile::ReadResult read = MapFile::ReadMap(MapFile::MapBytes(doc, path), path);
+    QVERIFY(read.ok);
+    // The stacking order comes back as its inverse, with the new top shape in focus colour.
+    QCOMPARE(read.document.ShapeOrder(), (std::vector<std::int16_t>{2, 0, 1}));
+    QCOMPARE(read.document.Shape(2).ShapeColor, doc.FocusColor);
+    QCOMPARE(read.document.Shape(1).ShapeColor, doc.NonFocusColor);
+    doc.BringToTop(0);
+    doc.BringToTop(2);
+    QCOMPARE(MapFile::MapBytes(read.document, path), MapFile::MapBytes(doc, path));
+}
+
+void TestMapFile::refusesBrokenFiles_data()
+{
+    QTest::addColumn<QStringList>("lines");
+    QTest::addColumn<QStringList>("messages");
+    const QStringList valid = ValidLines();
+    const auto with = [&](int index, const QString& value) {
+        QStringList lines = valid;
+        lines[index] = value;
+        return lines;
+    };
+    const QStringList cannot{CannotLoad};
+    const QStringList noPicture{NotFound, CannotLoad};
+
+    QTest::newRow("empty file") << QStringList{} << cannot;
+    QTest::newRow("header cut short") << valid.mid(0, 10) << cannot;
+    QTest::newRow("shape record cut short") << valid.mid(0, 28) << cannot;
+    QTest::newRow("word for map style") << with(5, "three") << cannot;
+    QTest::newRow("map style out of range") << with(5, " 6 ") << cannot;
+    QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot;
+    QTest::newRow("rectangle with three points") << with(24, "10,20,110,20,110,80,") << cannot;
+    QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot;
+    QTest::newRow("huge shape count in a short file") << with(22, " 32767 ") << cannot;
+    QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot;
+    QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
+    QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
+    // The picture is looked for right after its name; a later fault adds nothing.
+    QTest::newRow("picture deleted, rest cut") << with(3, "gone.png").mid(0, 6) << noPicture;
+}
+
+void TestMapFile::refusesBrokenFiles()
+{
+    QFETCH(QStringList, lines);
+    QFETCH(QStringList, messages);
+    const QByteArray bytes = lines.isEmpty() ? QByteArray() : Crlf(lines);
+    const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("lines.imp"));
+    QVERIFY(!read.ok);
+    QCOMPARE(read.messages, messages);
+    QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
+}
+
+void TestMapFile::findsMovedPictureBesideTheMap_data()
+{
+    QTest::addColumn<QString>("imagePath");
+    // Line 2 is kept as the map's name only while its folder exists.
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<bool>("keepsStored");
+    QTest::newRow("folder that is gone")
+        << m_dir.filePath("gone/") << m_dir.filePath("x.imp") << true;
+    QTest::newRow("no folder") << QString() << QString("harbour.imp") << false;
+    QTest::newRow("relative folder") << QString("./") << QString() << false;
+}
+
+void TestMapFile::findsMovedPictureBesideTheMap()
+{
+    QFETCH(QString, imagePath);
+    QFETCH(QString, stored);
+    QFETCH(bool, keepsStored);
+    QTemporaryDir moved;
+    QVERIFY(QFile::copy(m_dir.filePath("pic.png"), moved.filePath("beside.png")));
+    QStringList lines = ValidLines();
+    lines[1] = stored;
+    lines[2] = imagePath;
+    lines[3] = QStringLiteral("beside.png");
+    QVERIFY(WriteFile(moved.filePath(QStringLiteral("moved.imp")), Crlf(lines)));
+
+    // Opened by a relative name from inside the map's folder, where "./" would happen to work.
+    const QString previous = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(moved.path()));
+    const MapFile::ReadResult read = MapFile::OpenMapFile(QStringLiteral("moved.imp"));
+    QDir::setCurrent(previous);
+    QVERIFY(read.ok);
+    QCOMPARE(read.document.ImagePath, QDir::toNativeSeparators(moved.path()) + QDir::separator());
+    QCOMPARE(read.document.ImageName, QStringLiteral("beside.png"));
+    QCOMPARE(read.document.OrigPic.size(), QSize(8, 6));
+    QCOMPARE(read.fileName, keepsStored ? stored : moved.filePath(QStringLiteral("moved.imp")));
+}
+
+void TestMapFile::textEncodings_data()
+{
+    QTest::addColumn<QString>("comment");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("readBack");
+    QTest::newRow("windows-1252") << QString::fromUtf8("Caf\xc3\xa9 \xe2\x82\xac 5")
+                                  << QByteArray("Caf\xe9 \x80 5") << "";
+    QTest::newRow("beyond windows-1252") << QString::fromUtf8("\xe6\x97\xa5 caf\xc3\xa9")
+                                         << QByteArray("\xe6\x97\xa5 caf\xc3\xa9") << "";
+    // Fits the code page, but its bytes would read back as UTF-8 "é".
+    QTest::newRow("code-page bytes that look like UTF-8")
+        << QString::fromUtf8("\xc3\x83\xc2\xa9") << QByteArray("\xc3\x83\xc2\xa9") << "";
+    // A line break inside a value would shift every later line.
+    QTest::newRow("line break") << "two\r\nlines" << QByteArray("two  lines") << "two  lines";
+}
+
+void TestMapFile::textEncodings()
+{
+    QFETCH(QString, comment);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, readBack);
+    MapDocument doc = Local();
+    AddShape(doc, QString(CircleRow).replace("Beta, with a comma", comment));
+    const QByteArray written = MapFile::MapBytes(doc, QString());
+    QVERIFY(written.contains("\r\n" + bytes + "\r\n"));
+    const MapFile::ReadResult read = MapFile::ReadMap(written, m_dir.filePath("encoding.imp"));
+    QVERIFY(read.ok);
+    QCOMPARE(read.document.Shape(0).Comment, readBack.isEmpty() ? comment : readBack);
+    QCOMPARE(read.document.Shape(0).Target, QString());
+}
+
+void TestMapFile::failedSaveLeavesPreviousFileWhole()
+{
+    // A save replaces a longer previous file entirely.
+    const QString path = m_dir.filePath(QStringLiteral("whole.imp"));
+    QVERIFY(WriteFile(path, QByteArray(100000, 'x')));
+    const MapDocument first = SettingsDocument();
+    QVERIFY(MapFile::SaveMap(first, path).ok);
+    const QByteArray previous = MapFile::MapBytes(first, path);
+    QCOMPARE(ReadFile(path), previous);
+
+    // A file-size limit makes the write fail part way, as a full disk would.
+    MapDocument doc = SettingsDocument();
+    doc.MapName = QString(4096, QLatin1Char('m'));
+    MapFile::WriteResult saved;
+    {
+        const FileSizeLimit limit(1024);
+        QVERIFY(limit.Active());
+        saved = MapFile::SaveMap(doc, path);
+    }
+    QVERIFY(!saved.ok);
+    QCOMPARE(saved.message, QStringLiteral("There was an error while trying to save the file."));
+    QCOMPARE(ReadFile(path), previous);
+    QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files), QStringList{"whole.imp"});
+}
+
+QTEST_GUILESS_MAIN(TestMapFile)
+#include "tst_mapfile.moc"

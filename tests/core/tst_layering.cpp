@@ -1,0 +1,228 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+#include <functional>
+
+// The tree's dependency rules, read from the #include lines of the sources:
+// - nothing under core/ (nor cli/) includes a widget or web-engine header or anything under ui/;
+// - the map window (ui/canvas/) does not reach up into the frame, the dialogs or the tools;
+// - no two folders include each other, directly or round a longer loop.
+namespace {
+
+struct Include
+{
+    QString file; // relative to the root
+    int line = 0;
+    QString target; // as written between the quotes or brackets
+    bool quoted = false;
+};
+
+QString folderOf(const QString& relativePath)
+{
+    const int slash = relativePath.lastIndexOf(QLatin1Char('/'));
+    return slash < 0 ? QString() : relativePath.left(slash);
+}
+
+QList<Include> includesUnder(const QString& root, const QStringList& topFolders)
+{
+    static const QRegularExpression includeLine(
+        QStringLiteral(R"(^\s*#\s*include\s*([<"])([^>"]+)[>"])"));
+    QList<Include> found;
+    for (const QString& top : topFolders) {
+        QDirIterator it(root + QLatin1Char('/') + top,
+                        {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString path = it.next();
+            QFile file(path);
+            if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+                continue;
+            const QString relative = QDir(root).relativeFilePath(path);
+            int lineNumber = 0;
+            while (!file.atEnd()) {
+                ++lineNumber;
+                const QString text = QString::fromUtf8(file.readLine());
+                const auto match = includeLine.match(text);
+                if (match.hasMatch())
+                    found.append({relative, lineNumber, match.captured(2),
+                                  match.captured(1) == QLatin1String("\"")});
+            }
+        }
+    }
+    return found;
+}
+
+// Header names of the Qt modules that need a screen of widgets or a browser engine.
+QSet<QString> widgetHeaders()
+{
+    QSet<QString> names;
+    const QDir headers(QLibraryInfo::path(QLibraryInfo::HeadersPath));
+    for (const QString& module : headers.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (!module.startsWith(QLatin1String("QtWidgets")) &&
+            !module.startsWith(QLatin1String("QtWebEngine")) &&
+            !module.endsWith(QLatin1String("Widgets")) && module != QLatin1String("QtPrintSupport"))
+            continue;
+        names.insert(module);
+        for (const QString& header : QDir(headers.filePath(module)).entryList(QDir::Files))
+            names.insert(header);
+    }
+    // The headers may be missing on a machine that builds the core alone.
+    for (const char* name : {"QWidget", "QApplication", "QDialog", "QMainWindow", "QMessageBox",
+                             "QtWidgets", "QWebEngineView"})
+        names.insert(QString::fromLatin1(name));
+    return names;
+}
+
+bool isWidgetInclude(const Include& inc, const QSet<QString>& widgetNames)
+{
+    if (inc.quoted)
+        return false;
+    const QString module = inc.target.section(QLatin1Char('/'), 0, 0);
+    const QString name = inc.target.section(QLatin1Char('/'), -1);
+    return widgetNames.contains(module) ||
+           (!inc.target.contains(QLatin1Char('/')) && widgetNames.contains(name));
+}
+
+QString where(const Include& inc)
+{
+    return QStringLiteral("%1:%2: #include %3").arg(inc.file).arg(inc.line).arg(inc.target);
+}
+
+// Folders that include each other, found as strongly connected groups of the folder graph.
+QStringList folderCycles(const QList<Include>& includes)
+{
+    QMap<QString, QMap<QString, Include>> edges; // from folder -> to folder -> one example
+    for (const Include& inc : includes) {
+        if (!inc.quoted || !inc.target.contains(QLatin1Char('/')))
+            continue;
+        const QString from = folderOf(inc.file);
+        const QString to = folderOf(inc.target);
+        if (from != to && !edges[from].contains(to))
+            edges[from].insert(to, inc);
+    }
+    // Tarjan's algorithm over a handful of folders.
+    QMap<QString, int> index, low;
+    QStringList stack;
+    QSet<QString> onStack;
+    int counter = 0;
+    QStringList problems;
+    std::function<void(const QString&)> visit = [&](const QString& v) {
+        index[v] = low[v] = counter++;
+        stack.append(v);
+        onStack.insert(v);
+        for (auto it = edges[v].cbegin(); it != edges[v].cend(); ++it) {
+            const QString& w = it.key();
+            if (!index.contains(w)) {
+                visit(w);
+                low[v] = std::min(low[v], low[w]);
+            } else if (onStack.contains(w)) {
+                low[v] = std::min(low[v], index[w]);
+            }
+        }
+        if (low[v] != index[v])
+            return;
+        QStringList group;
+        QString w;
+        do {
+            w = stack.takeLast();
+            onStack.remove(w);
+            group.append(w);
+        } while (w != v);
+        if (group.size() < 2)
+            return;
+        QStringList lines;
+        for (const QString& a : group)
+            for (const QString& b : group)
+                if (edges[a].contains(b))
+                    lines.append(where(edges[a][b]));
+        problems.append(
+            QStringLiteral("folders include each other (%1):\n  %2")
+                .arg(group.join(QLatin1String(", ")), lines.join(QLatin1String("\n  "))));
+    };
+    const QStringList folders = edges.keys();
+    for (const QString& folder : folders)
+        if (!index.contains(folder))
+            visit(folder);
+    return problems;
+}
+
+QStringList layerViolations(const QString& root)
+{
+    const QList<Include> includes =
+        includesUnder(root, {QStringLiteral("core"), QStringLiteral("ui"), QStringLiteral("cli"),
+                             QStringLiteral("app")});
+    const QSet<QString> widgetNames = widgetHeaders();
+    QStringList problems;
+    for (const Include& inc : includes) {
+        const bool headless = inc.file.startsWith(QLatin1String("core/")) ||
+                              inc.file.startsWith(QLatin1String("cli/"));
+        if (headless && inc.quoted && inc.target.startsWith(QLatin1String("ui/")))
+            problems.append(where(inc) + QStringLiteral(" (the headless code includes a window)"));
+        if (headless && isWidgetInclude(inc, widgetNames))
+            problems.append(where(inc) + QStringLiteral(" (the headless code needs a widget)"));
+        if (inc.file.startsWith(QLatin1String("ui/canvas/")) && inc.quoted &&
+            inc.target.startsWith(QLatin1String("ui/")) &&
+            !inc.target.startsWith(QLatin1String("ui/canvas/")))
+            problems.append(where(inc) + QStringLiteral(" (the map window asks its host instead)"));
+    }
+    return problems + folderCycles(includes);
+}
+
+void writeFile(const QString& path, const QByteArray& text)
+{
+    QDir().mkpath(folderOf(path));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+}
+
+} // namespace
+
+class TestLayering : public QObject
+{
+    Q_OBJECT
+private slots:
+    void theTreeKeepsItsLayers()
+    {
+        const QStringList problems = layerViolations(QStringLiteral(VANTREL_SOURCE_DIR));
+        QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+    }
+
+    void eachBrokenRuleIsNamedWithItsLine()
+    {
+        QTemporaryDir root;
+        QVERIFY(root.isValid());
+        const QString r = root.path();
+        writeFile(r + "/core/shape/Widgety.cpp",
+                  "#include \"core/shape/Widgety.h\"\n\n#include <QWidget>\n");
+        writeFile(r + "/core/shape/Viewy.h", "#include <QtWebEngineWidgets/QWebEngineView>\n");
+        writeFile(r + "/core/document/Upward.cpp",
+                  "// a comment\n#include \"ui/frame/MDIForm1.h\"\n");
+        writeFile(r + "/ui/canvas/Canvas.cpp", "#include \"ui/dialogs/Zoom.h\"\n");
+        writeFile(r + "/core/forms/A.h", "#include \"core/interchange/B.h\"\n");
+        writeFile(r + "/core/interchange/B.h", "#include \"core/forms/A.h\"\n");
+        writeFile(r + "/ui/frame/Fine.cpp",
+                  "#include <QWidget>\n#include \"ui/canvas/Canvas.h\"\n");
+
+        const QString report = layerViolations(r).join(QLatin1Char('\n'));
+        QVERIFY2(report.contains("core/shape/Widgety.cpp:3: #include QWidget"), qPrintable(report));
+        QVERIFY2(report.contains("core/shape/Viewy.h:1:"), qPrintable(report));
+        QVERIFY2(report.contains("core/document/Upward.cpp:2: #include ui/frame/MDIForm1.h"),
+                 qPrintable(report));
+        QVERIFY2(report.contains("ui/canvas/Canvas.cpp:1: #include ui/dialogs/Zoom.h"),
+                 qPrintable(report));
+        QVERIFY2(report.contains("core/forms, core/interchange") ||
+                     report.contains("core/interchange, core/forms"),
+                 qPrintable(report));
+        QVERIFY2(!report.contains("ui/frame/Fine.cpp"), qPrintable(report));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestLayering)
+#include "tst_layering.moc"

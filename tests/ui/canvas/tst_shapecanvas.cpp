@@ -1,0 +1,378 @@
+#include "FakeCanvasHost.h"
+#include "core/document/OpenMapCount.h"
+#include "core/shape/ShapePainter.h"
+#include "ui/canvas/CanvasSurface.h"
+#include "ui/canvas/ShapeCanvas.h"
+
+#include <QScrollBar>
+#include <QTest>
+#include <cmath>
+#include <memory>
+
+namespace {
+
+QImage WhitePicture(int width, int height)
+{
+    QImage picture(width, height, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    return picture;
+}
+
+std::vector<ShapePoint> Box(QPoint a, QPoint b)
+{
+    return {{a.x(), a.y()}, {b.x(), a.y()}, {b.x(), b.y()}, {a.x(), b.y()}};
+}
+
+using Mode = CanvasHost::DrawingMode;
+
+} // namespace
+
+class TestShapeCanvas : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<FakeCanvasHost> m_host;
+    std::unique_ptr<ShapeCanvas> m_canvas;
+
+    ShapeCanvas& NewCanvas(int pictureWidth = 400, int pictureHeight = 300)
+    {
+        m_canvas.reset();
+        m_host = std::make_unique<FakeCanvasHost>();
+        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
+        m_host->active = m_canvas.get();
+        m_canvas->resize(640, 480);
+        m_canvas->show();
+        m_canvas->SetNewPicture(WhitePicture(pictureWidth, pictureHeight),
+                                QStringLiteral("/maps/pic.png"));
+        return *m_canvas;
+    }
+    QWidget* Surface() { return &m_canvas->Surface(); }
+    MapDocument& Doc() { return m_canvas->Document(); }
+    template <typename T = QWidget> T* Child(const char* name)
+    {
+        return m_canvas->findChild<T*>(QLatin1String(name));
+    }
+    void Drag(QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mousePress(Surface(), button, {}, from);
+        QTest::mouseMove(Surface(), to);
+        QTest::mouseRelease(Surface(), button, {}, to);
+    }
+    void Click(QPoint at) { QTest::mouseClick(Surface(), Qt::LeftButton, {}, at); }
+    void Draw(Mode mode, QPoint from, QPoint to)
+    {
+        m_host->mode = mode;
+        Drag(from, to);
+        m_host->mode = Mode::Pointer;
+    }
+    void Consistent()
+    {
+        QVERIFY2(MapInconsistency(Doc()).isEmpty(), qPrintable(MapInconsistency(Doc())));
+    }
+
+private slots:
+    void cleanup()
+    {
+        m_canvas.reset();
+        m_host.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+
+    void rectangleAndCircleByDrag()
+    {
+        for (const Mode mode : {Mode::Rectangle, Mode::Circle}) {
+            NewCanvas();
+            Draw(mode, {50, 40}, {120, 90});
+            QCOMPARE(int(Doc().Shape(0).GetShapeType()),
+                     int(mode == Mode::Circle ? Circle : Rectangle));
+            QCOMPARE(Doc().Shape(0).Points(), Box({50, 40}, {120, 90}));
+            // A second one becomes the top; the first loses the focus colour.
+            Draw(mode, {200, 150}, {260, 200});
+            QCOMPARE(Doc().ShapeOrder().front(), std::int16_t(1));
+            Consistent();
+        }
+    }
+
+    void polygonClosesWithinTolerance()
+    {
+        // 4 pixels from the first vertex on both axes closes it, 5 on either does not.
+        const std::pair<QPoint, bool> cases[] = {
+            {{14, 6}, true}, {{6, 14}, true}, {{15, 10}, false}, {{10, 5}, false}};
+        for (const auto& [last, closed] : cases) {
+            NewCanvas();
+            Draw(Mode::Rectangle, {200, 200}, {250, 250});
+            m_host->mode = Mode::Polygon;
+            for (const QPoint p : {QPoint(10, 10), QPoint(100, 10), QPoint(100, 100), last})
+                Click(p);
+            QCOMPARE(int(Doc().Shape(1).Points().size()), closed ? 3 : 4);
+            QCOMPARE(m_canvas->PointerConfined(), !closed);
+            Consistent();
+        }
+    }
+
+    void pickTakesTopmostShapeOverLowerVertex()
+    {
+        NewCanvas();
+        Draw(Mode::Rectangle, {10, 10}, {100, 100});
+        Draw(Mode::Rectangle, {150, 150}, {50, 50});
+        // Vertex 2 of shape 0 lies inside shape 1, which is on top: the body wins.
+        for (const std::int16_t top : {1, 0}) {
+            m_canvas->ReStackArrayFromOptions(top);
+            QTest::mousePress(Surface(), Qt::LeftButton, {}, {100, 100});
+            QCOMPARE(Doc().CurrentShape, top);
+            QCOMPARE(Doc().HitState, std::int16_t(top == 1 ? -1 : 2));
+            QTest::mouseRelease(Surface(), Qt::LeftButton, {}, {100, 100});
+        }
+    }
+
+    void doubleClickOpensTheTabOfWhatWasPressed()
+    {
+        NewCanvas();
+        // A user's double click is a click, then the double-click event.
+        const auto doubleClick = [this](QPoint at) {
+            Click(at);
+            QTest::mouseDClick(Surface(), Qt::LeftButton, {}, at);
+            return m_host->propertiesTab;
+        };
+        QCOMPARE(doubleClick({300, 250}), 2); // no shapes: the default area's tab
+        for (int i = 0; i < 3; ++i)
+            Draw(Mode::Rectangle, QPoint(10 + 60 * i, 10), QPoint(50 + 60 * i, 50));
+        QCOMPARE(doubleClick({300, 250}), 5); // empty surface: the default area's tab
+        QCOMPARE(doubleClick({90, 30}), 3);   // shape 1's tab
+        m_canvas->ShapeProperties(-1);
+        QCOMPARE(m_host->propertiesTab, 1);
+    }
+
+    void bodyDrag()
+    {
+        // Snapped: grabbed 17 and 13 pixels inside, one whole step each, and (71, 69) snaps
+        // to (80, 60). A drawing mode grabs a shape too; the right button moves nothing.
+        const std::tuple<Mode, Qt::MouseButton, bool, QPoint, QPoint> cases[] = {
+            {Mode::Pointer, Qt::LeftButton, false, {40, 45}, {23, 32}},
+            {Mode::Pointer, Qt::LeftButton, true, {71, 69}, {60, 40}},
+            {Mode::Rectangle, Qt::LeftButton, false, {40, 45}, {23, 32}},
+            {Mode::Pointer, Qt::RightButton, false, {40, 45}, {13, 17}}};
+        for (const auto& [mode, button, snap, to, corner] : cases) {
+            NewCanvas();
+            Draw(Mode::Rectangle, {13, 17}, {53, 57});
+            Doc().GridSnap = snap;
+            m_host->mode = mode;
+            Drag({30, 30}, to, button);
+            QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+            QCOMPARE(Doc().Shape(0).Points(), Box(corner, corner + QPoint(40, 40)));
+        }
+    }
+
+    void vertexDragNudgeAndDelete()
+    {
+        NewCanvas();
+        Draw(Mode::Rectangle, {10, 10}, {50, 40});
+        Drag({12, 9}, {20, 5}); // the top-left corner
+        QCOMPARE(Doc().Shape(0).Points(), Box({20, 5}, {50, 40}));
+        Click({30, 25}); // the body
+        for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left})
+            QTest::keyClick(Surface(), key);
+        QTest::keyClick(Surface(), Qt::Key_Up, Qt::ShiftModifier);
+        QCOMPARE(Doc().Shape(0).Points(), Box({20, 6}, {50, 41}));
+        Click({50, 41}); // vertex 2
+        QTest::keyClick(Surface(), Qt::Key_Right);
+        QTest::keyClick(Surface(), Qt::Key_A);
+        QCOMPARE(Doc().Shape(0).Points(), Box({20, 6}, {51, 41}));
+        // Delete takes the top shape; with none left it says nothing.
+        Draw(Mode::Circle, {100, 100}, {150, 140});
+        Click({30, 25});
+        QTest::keyClick(Surface(), Qt::Key_Delete);
+        QCOMPARE(int(Doc().Shape(0).GetShapeType()), int(Circle));
+        QTest::keyClick(Surface(), Qt::Key_Delete);
+        QTest::keyClick(Surface(), Qt::Key_Delete);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
+        QVERIFY(m_host->ui.messages.isEmpty());
+    }
+
+    void paintingShowsTopShapeOverPicture()
+    {
+        NewCanvas(200, 150);
+        Draw(Mode::Rectangle, {10, 10}, {100, 80});
+        Draw(Mode::Rectangle, {150, 120}, {50, 50});
+        const QImage shot = Surface()->grab().toImage();
+        const QColor focus = ShapePainter::ToQColor(Doc().FocusColor);
+        QCOMPARE(QColor(shot.pixel(30, 10)), ShapePainter::ToQColor(Doc().NonFocusColor));
+        QCOMPARE(QColor(shot.pixel(100, 50)), focus); // where the outlines cross
+        QCOMPARE(QColor(shot.pixel(49, 51)), focus);  // inside the top shape's corner handle
+        QCOMPARE(QColor(shot.pixel(180, 140)), QColor(Qt::white));
+    }
+
+    void zoomRescalesPointsAndKeepsHtml()
+    {
+        NewCanvas(400, 300);
+        Draw(Mode::Rectangle, {11, 21}, {101, 151});
+        Draw(Mode::Circle, {200, 100}, {260, 140});
+        const QString html0 = Doc().Shape(0).GenerateHTML();
+        const QString html1 = Doc().Shape(1).GenerateHTML();
+        m_canvas->SetZoomLevel(2.0);
+        QCOMPARE(Surface()->size(), QSize(800, 600));
+        QCOMPARE(Doc().Shape(0).Points(), Box({22, 42}, {202, 302}));
+        QCOMPARE(Doc().Shape(0).GenerateHTML(), html0);
+        m_canvas->SetZoomLevel(0.5);
+        QCOMPARE(Surface()->size(), QSize(200, 150));
+        QCOMPARE(Doc().Shape(0).Points(), Box({6, 10}, {50, 76}));
+        m_canvas->SetZoomLevel(1.0);
+        QCOMPARE(Doc().Shape(1).GenerateHTML(), html1);
+    }
+
+    void scrollBarRangesAndSteps()
+    {
+        // Maximum, large and small change for a picture this much larger than the viewport.
+        const std::pair<int, QList<int>> cases[] = {
+            {1000, {1000, 41, 6}}, {1, {1, 1, 1}}, {0, {}}}; // hidden when it just fits
+        for (const auto& [extra, steps] : cases) {
+            NewCanvas(100, 100);
+            const QSize viewport = Child("HoldPicbox")->size() + QSize(extra, extra);
+            m_canvas->SetNewPicture(WhitePicture(viewport.width(), viewport.height()),
+                                    QStringLiteral("/maps/big.png"));
+            for (const char* name : {"HScroll1", "VScroll1"}) {
+                const auto* bar = Child<QScrollBar>(name);
+                QCOMPARE(bar->isVisible(), !steps.isEmpty());
+                if (bar->isVisible())
+                    QCOMPARE((QList<int>{bar->maximum(), bar->pageStep(), bar->singleStep()}),
+                             steps);
+            }
+        }
+    }
+
+    void scrollingAndResizeLayout()
+    {
+        ShapeCanvas& c = NewCanvas(2000, 1500);
+        auto* h = Child<QScrollBar>("HScroll1");
+        auto* v = Child<QScrollBar>("VScroll1");
+        h->setValue(h->maximum());
+        v->setValue(120);
+        QCOMPARE(Surface()->pos(), QPoint(-h->maximum(), -120));
+        // Zoomed out so far that the old position lies past the new range: the surface
+        // follows the bar to the end instead of leaving an empty strip.
+        c.SetZoomLevel(0.5);
+        QCOMPARE(Surface()->pos(), QPoint(-h->maximum(), -120));
+        QCOMPARE(Surface()->geometry().right() + 1, Child("HoldPicbox")->width());
+        // Every resize scrolls back to the top-left corner and lays the children out.
+        const auto* corner = Child("BntScrollEnd");
+        c.resize(500, 400);
+        QCOMPARE(Surface()->pos(), QPoint(0, 0));
+        QCOMPARE(Child("HoldPicbox")->size(), QSize(500 - v->width() - 16, 400 - h->height() - 16));
+        QCOMPARE(v->geometry(), QRect(500 - v->width(), 0, v->width(), 400 - corner->height()));
+        QCOMPARE(h->geometry(), QRect(0, 400 - h->height(), 500 - corner->width(), h->height()));
+        QCOMPARE(corner->pos(), QPoint(500 - corner->width(), 400 - corner->height()));
+        QCOMPARE(Child("HoldImage")->y(), 500);
+        // Below 50 pixels high nothing moves vertically; the width still counts.
+        c.resize(300, 40);
+        QCOMPARE(Child("HoldPicbox")->size(), QSize(300 - v->width() - 16, 400 - h->height() - 16));
+        QCOMPARE(corner->pos(), QPoint(300 - corner->width(), 400 - corner->height()));
+    }
+
+    void statusTextInPicturePixels()
+    {
+        NewCanvas(400, 300);
+        m_canvas->SetZoomLevel(2.0);
+        QTest::mouseMove(Surface(), {101, 40});
+        QCOMPARE(m_host->statusText, QStringLiteral("X:50 Y:20"));
+        // The surface goes on beyond the viewport: the visible area's right edge still
+        // counts, hidden parts show nothing.
+        const int edge = m_canvas->VisibleArea().right - Surface()->mapToGlobal(QPoint()).x();
+        QTest::mouseMove(Surface(), QPoint(edge, 60));
+        QCOMPARE(m_host->statusText, QStringLiteral("X:%1 Y:30").arg(std::lrint(edge / 2.0)));
+        QTest::mouseMove(Surface(), QPoint(edge + 1, 60));
+        QCOMPARE(m_host->statusText, QString());
+        QTest::mouseMove(Surface(), {101, 40});
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(Surface(), &leave);
+        QCOMPARE(m_host->statusText, QString());
+        // Over a window that is not the active map, nothing is shown.
+        m_host->active = nullptr;
+        QTest::mouseMove(Surface(), {120, 60});
+        QCOMPARE(m_host->statusText, QString());
+    }
+
+    void confinementRectangle()
+    {
+        ShapeCanvas& c = NewCanvas(200, 150);
+        const QPoint origin = Surface()->mapToGlobal(QPoint());
+        // A picture smaller than the viewport: confined to the picture itself.
+        QCOMPARE(c.VisibleArea(),
+                 (ShapeRect{origin.x(), origin.y(), origin.x() + 200, origin.y() + 150}));
+        // A larger one: the viewport less 4 pixels on the right and at the bottom.
+        c.SetNewPicture(WhitePicture(2000, 1500), QStringLiteral("/maps/big.png"));
+        const QRect v(Child("HoldPicbox")->mapToGlobal(QPoint()), Child("HoldPicbox")->size());
+        QCOMPARE(c.VisibleArea(), (ShapeRect{v.left(), v.top(), v.right() - 3, v.bottom() - 3}));
+        QTest::mousePress(Surface(), Qt::LeftButton, {}, {30, 30});
+        QVERIFY(c.PointerConfined());
+        QTest::mouseRelease(Surface(), Qt::LeftButton, {}, {30, 30});
+        QVERIFY(!c.PointerConfined());
+        // While a polygon is drawn a move past the visible area lands on its edge.
+        m_host->mode = Mode::Polygon;
+        Click({30, 30});
+        Click({80, 30});
+        const QPoint edge(c.VisibleArea().right - origin.x(), c.VisibleArea().bottom - origin.y());
+        QTest::mouseMove(Surface(), edge + QPoint(2, 3));
+        QCOMPARE(QPoint(Doc().Shape(0).LastLineX(), Doc().Shape(0).LastLineY()), edge);
+    }
+
+    void gridLinesInBuffer()
+    {
+        NewCanvas(100, 60);
+        Doc().ShouldDrawGrid = true;
+        m_canvas->DrawGrid();
+        const QImage shown = Surface()->grab().toImage();
+        for (int x = 0; x < 100; ++x)
+            QCOMPARE(shown.pixel(x, 7) == qRgb(0, 0, 0), x % 20 == 0);
+        Doc().ShouldDrawGrid = false;
+        m_canvas->DrawGrid();
+        QCOMPARE(Surface()->grab().toImage().pixel(20, 7), qRgb(255, 255, 255));
+    }
+
+    void closingAsksAndCounts()
+    {
+        FakeCanvasHost host;
+        host.ui.answers << false << true << true;
+        auto first = std::make_unique<ShapeCanvas>(host);
+        auto second = std::make_unique<ShapeCanvas>(host);
+        QCOMPARE(OpenMapCount, std::int16_t(2));
+        first->setWindowTitle(QStringLiteral("holiday.imp"));
+        QVERIFY(!first->close());
+        QCOMPARE(host.ui.questions,
+                 QStringList{QStringLiteral("Are you sure you are done editing \"holiday.imp\"?")});
+        QVERIFY(first->close());
+        QCOMPARE(OpenMapCount, std::int16_t(1));
+        QCOMPARE(host.commandsEnabled, QList<bool>{true});
+        QVERIFY(second->close());
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+        QCOMPARE(host.commandsEnabled, (QList<bool>{true, false}));
+    }
+
+    void faultsBecomeMessages()
+    {
+        NewCanvas();
+        Draw(Mode::Rectangle, {10, 10}, {50, 40});
+        // A pitch so fine that the press lies beyond 32767 grid steps cannot be snapped;
+        // the pointer is released before the message.
+        Doc().GridSnap = true;
+        Doc().GridSpacing = 0.001;
+        m_host->mode = Mode::Rectangle;
+        Click({200, 200});
+        QCOMPARE(m_host->ui.messageTexts(), QStringList{QStringLiteral("Overflow")});
+        QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+        QVERIFY(!m_canvas->PointerConfined());
+        Consistent();
+        // A zoom past the 32-bit range, of a point or of the surface itself, changes nothing.
+        Doc().GridSnap = false;
+        m_canvas->SetZoomLevel(1e9);
+        QCOMPARE(Doc().Shape(0).Points().front(), (ShapePoint{10, 10}));
+        QTest::keyClick(Surface(), Qt::Key_Delete);
+        m_canvas->SetZoomLevel(1e9);
+        QCOMPARE(m_host->ui.messageTexts(), QStringList(3, QStringLiteral("Overflow")));
+        QCOMPARE(Doc().ZoomLevel, 1.0);
+        QCOMPARE(Surface()->size(), QSize(400, 300));
+    }
+};
+
+QTEST_MAIN(TestShapeCanvas)
+#include "tst_shapecanvas.moc"

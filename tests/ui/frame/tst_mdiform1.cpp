@@ -1,0 +1,307 @@
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "core/interchange/MapFile.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+#include "ui/frame/ToolStrip.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+// End-to-end flows through the main window, with scripted dialogs.
+class TestMDIForm1 : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    std::unique_ptr<ScriptedModalUi> m_ui;
+    std::unique_ptr<MDIForm1> m_frame;
+    std::function<void(QDialog&)> m_dialogScript;
+
+    template <typename T> static T* Child(QObject& parent, const char* name)
+    {
+        return parent.findChild<T*>(QString::fromLatin1(name));
+    }
+    void Trigger(const char* name) const { Child<QAction>(*m_frame, name)->trigger(); }
+    ShapeCanvas* NewMap(int width = 400, int height = 300)
+    {
+        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
+        QImage(width, height, QImage::Format_RGB32).save(path);
+        m_ui->pictures.enqueue(path);
+        Trigger("NewMap");
+        return m_frame->ActiveMapWindow();
+    }
+    void DrawRectangle(ShapeCanvas& map, QPoint from, QPoint to)
+    {
+        Trigger("RectangleMode");
+        QWidget* surface = Child<QWidget>(map, "TheCanvas");
+        QTest::mousePress(surface, Qt::LeftButton, {}, from);
+        QTest::mouseMove(surface, to);
+        QTest::mouseRelease(surface, Qt::LeftButton, {}, to);
+    }
+    QString Text(const MapDocument& doc) const { return MapFile::MapText(doc, "x.imp"); }
+
+private slots:
+    void init()
+    {
+        m_ui = std::make_unique<ScriptedModalUi>();
+        m_frame = std::make_unique<MDIForm1>(*m_ui);
+        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
+        m_frame->ExecDialog = [this](QDialog& dialog) {
+            m_dialogScript(dialog);
+            return dialog.result();
+        };
+        m_frame->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+    }
+    void cleanup()
+    {
+        m_ui->answers.fill(true, 20);
+        m_frame.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+
+    void namesAndCaptions_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("caption");
+        // name=caption: menus and items by caption ("-" a separator), buttons by tooltip.
+        const QString table = QStringLiteral(
+            "file=&File|NewMap=&New Map|LoadPic=Load &Map|filesplit=-|menuSaveMap=Sa&ve Map|"
+            "menuSaveMapAs=&Save Map &As...|filesplit2=-|generatecode=&Generate Image Map Code|"
+            "mnuTestMap=&Test Image Map|split1=-|Exit=E&xit|edit=&Edit|CutShape=Cu&t Shape|"
+            "Copyshape=&Copy Shape|PasteShape=&Paste Shape|editsplit=-|"
+            "DeleteShape=&Delete Shape|editsplit2=-|MorphShape=&Morph to...|"
+            "MorRectangle=&Rectangle|MorCircle=&Circle|MorPolygon=&Polygon|view=&View|"
+            "smallsize=&Zoom In|largesize=&Zoom Out|viewsplit=-|CustomZoom=Custom &Zoom|"
+            "options=&Options|theimagesize=&Image Size|Gridoptions=&Grid Options|"
+            "MapColors=&Map Colors|ShapeProperties=&Shape Properties|optionssplit=-|"
+            "Shapes=&Draw Mode|RectangleMode=&Rectangle|CircleMode=&Circle|"
+            "PolygonMode=&Polygon|pointermode=P&ointer|tools=&Tools|"
+            "ConvertToShapes=&Convert HTML Code to Map|mnuURLChecker=&URL Checker|"
+            "TheWindow=&Window|Cascade=&Cascade|Tile=&Tile|arrangeicons=&Arrange Icons|"
+            "HelpFileMenu=&Help|HelpFile=&Help File|corvaneonline=&Corvane Online|"
+            "mnuhelpsplit=-|mnuCredits=&Credits|btnNewImage=New Image|btnOpen=Load Map|"
+            "btnSave=Save Map|bntSaveAs=Save Map As|btnGen=Generate Code|btnTest=Test Map|"
+            "btnCut=Cut Shape|btnCopy=Copy Shape|btnPaste=Paste Shape|btnDelete=Remove Shape|"
+            "btnColors=Set The Map's Colors|btnProp=Shape Properties|btnHelp=Help|"
+            "PointOpt=Pointer Mode|RectOpt=Rectangle Mode|CirOpt=Circle Mode|"
+            "PolyOpt=Polygon Mode");
+        for (const QString& row : table.split(QLatin1Char('|'))) {
+            const QString name = row.section(QLatin1Char('='), 0, 0);
+            QTest::newRow(qPrintable(name)) << name << row.section(QLatin1Char('='), 1);
+        }
+    }
+    void namesAndCaptions()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, caption);
+        QString shown;
+        if (auto* menu = m_frame->findChild<QMenu*>(name))
+            shown = menu->title();
+        else if (auto* button = m_frame->findChild<QToolButton*>(name)) // icons are compiled in
+            shown = button->toolTip() + (button->icon().pixmap(24).isNull() ? "(no icon)" : "");
+        else if (auto* action = m_frame->findChild<QAction*>(name))
+            shown = action->isSeparator() ? QStringLiteral("-") : action->text();
+        QCOMPARE(shown, caption);
+    }
+
+    void mapCommandsFollowTheOpenMaps()
+    {
+        const auto enabled = [this] {
+            return QList<bool>{Child<QAction>(*m_frame, "LoadPic")->isEnabled(),
+                               Child<QToolButton>(*m_frame, "btnSave")->isEnabled(),
+                               Child<QAction>(*m_frame, "menuSaveMap")->isEnabled(),
+                               Child<QMenu>(*m_frame, "edit")->menuAction()->isEnabled()};
+        };
+        const QList<bool> noMap{true, false, false, false};
+        QCOMPARE(enabled(), noMap);
+        ShapeCanvas* first = NewMap();
+        ShapeCanvas* second = NewMap();
+        QCOMPARE(enabled(), (QList<bool>{true, true, true, true}));
+        m_ui->answers.append({true, true});
+        first->parentWidget()->close();
+        QVERIFY(enabled() != noMap);
+        second->parentWidget()->close();
+        QTRY_COMPARE(enabled(), noMap);
+        Trigger("PasteShape"); // a disabled command does nothing
+        QVERIFY(m_ui->messages.isEmpty());
+    }
+
+    void newMapDrawPropertiesSaveAndReopen()
+    {
+        ShapeCanvas* map = NewMap();
+        DrawRectangle(*map, QPoint(10, 10), QPoint(50, 50));
+        DrawRectangle(*map, QPoint(100, 100), QPoint(150, 150));
+        MapDocument& doc = map->Document();
+        const QString before = Text(doc);
+        const char* button = "cmdCancel";
+        m_dialogScript = [&button](QDialog& dialog) {
+            Child<QLineEdit>(dialog, "txtMapName")->setText(QStringLiteral("Plan"));
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1); // Shape #1 to the top
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("rooms/kitchen.html"));
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(3);
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("index.html"));
+            QTest::mouseClick(Child<QPushButton>(dialog, button), Qt::LeftButton);
+        };
+        Trigger("ShapeProperties");
+        // Cancel drops the edits but not the stacking.
+        QCOMPARE(doc.ShapeOrder().front(), std::int16_t(0));
+        doc.ReStackArrayFromOptions(1);
+        QCOMPARE(Text(doc), before);
+        button = "cmdOK";
+        Trigger("ShapeProperties");
+        QCOMPARE(doc.MapName, QStringLiteral("Plan"));
+        QCOMPARE(doc.GetURL(0), QStringLiteral("rooms/kitchen.html"));
+        QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
+
+        m_ui->mapNamesToSave.enqueue(m_dir.filePath(QStringLiteral("plan")));
+        Trigger("menuSaveMapAs");
+        QCOMPARE(map->windowTitle(), QStringLiteral("plan.imp"));
+        m_ui->mapsToOpen.enqueue(m_dir.filePath(QStringLiteral("plan.imp")));
+        Trigger("LoadPic");
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QCOMPARE(Text(m_frame->ActiveMapWindow()->Document()), Text(doc));
+    }
+
+    void badOrCancelledFileOpensNoWindow()
+    {
+        const QString junk = m_dir.filePath(QStringLiteral("junk.jpg"));
+        QFile file(junk);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("not a map") > 0 && file.flush());
+        m_ui->pictures.append({QString(), junk});
+        m_ui->mapsToOpen.append({QString(), junk});
+        for (const char* command : {"NewMap", "NewMap", "LoadPic", "LoadPic"})
+            Trigger(command);
+        QVERIFY(m_frame->MdiArea()->subWindowList().isEmpty());
+        // Only the unreadable files are errors, and the picture's message names it.
+        QCOMPARE(m_ui->messages.size(), 2);
+        QVERIFY(m_ui->messages.first().text.contains(QStringLiteral("junk.jpg")));
+    }
+
+    void startUpHelpAndCommandLine()
+    {
+        m_ui->desktopOpens = false;
+        m_dialogScript = [](QDialog& dialog) {
+            Child<QPushButton>(dialog, "Command2")->click(); // Help leaves the dialog open
+            QVERIFY(dialog.result() != QDialog::Accepted);
+            Child<QRadioButton>(dialog, "Option2")->setChecked(true);
+            Child<QPushButton>(dialog, "Command1")->click();
+        };
+        m_frame->ShowStartUp(); // the open dialog is cancelled: an empty frame, no error
+        Trigger("HelpFile");
+        Trigger("corvaneonline");
+        QCOMPARE(m_ui->messageTexts(),
+                 (QStringList{"There was an error while trying to load the file.",
+                              "There was an error while trying to load the file.",
+                              "There was an error while trying to open the default browser."}));
+        QVERIFY(m_frame->MapWindows().isEmpty());
+
+        const QString picture = m_dir.filePath(QStringLiteral("start.png"));
+        QImage(30, 20, QImage::Format_RGB32).save(picture);
+        m_frame->OpenFiles({QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp"), picture});
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QCOMPARE(m_frame->MapWindows().at(0)->Document().ItemCount(), std::int16_t(2));
+        QCOMPARE(m_frame->MapWindows().at(1)->Document().SWidth, 30);
+    }
+
+    void clipboard()
+    {
+        ShapeCanvas* first = NewMap();
+        Trigger("Copyshape"); // an empty map has nothing to copy
+        Trigger("PasteShape");
+        QCOMPARE(m_ui->messageTexts(), QStringList{"No shape has been copied yet."});
+        DrawRectangle(*first, QPoint(20, 30), QPoint(100, 80));
+        MapDocument& doc = first->Document();
+        doc.SetURL(0, QStringLiteral("a.html"));
+        PatShape copy; // in the top-left corner, where a pasted shape lands
+        doc.Shape(0).MakeACopy(copy);
+        Trigger("CutShape");
+        Trigger("PasteShape");
+        QVERIFY(doc.Shape(0).Points() == copy.Points());
+        QCOMPARE(doc.GetURL(0), QStringLiteral("a.html"));
+        // Copy in one map, paste twice in another.
+        Trigger("Copyshape");
+        ShapeCanvas* second = NewMap();
+        Trigger("PasteShape");
+        m_frame->Tools().Button(QStringLiteral("btnPaste"))->click();
+        QCOMPARE(doc.ItemCount(), std::int16_t(0));
+        QCOMPARE(second->Document().ItemCount(), std::int16_t(1));
+        for (std::int16_t i = 0; i < 2; ++i) {
+            QCOMPARE(second->Document().GetURL(i), QStringLiteral("a.html"));
+            QVERIFY(second->Document().Shape(i).Points() == copy.Points());
+        }
+    }
+
+    void deleteKeyBelongsToTheMapWindow()
+    {
+        ShapeCanvas* map = NewMap();
+        QWidget* surface = Child<QWidget>(*map, "TheCanvas");
+        DrawRectangle(*map, QPoint(10, 10), QPoint(60, 40));
+        DrawRectangle(*map, QPoint(100, 10), QPoint(160, 40));
+        QTest::keyClick(surface, Qt::Key_Delete);
+        QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
+        // While a polygon is drawn the key must not reach the menu's Delete Shape.
+        Trigger("PolygonMode");
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(100, 100));
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(150, 100));
+        const std::int16_t count = map->Document().ItemCount();
+        QTest::keyClick(surface, Qt::Key_Delete);
+        QCOMPARE(map->Document().ItemCount(), count);
+    }
+
+    void zoomLimits()
+    {
+        ShapeCanvas* map = NewMap(200, 150);
+        Trigger("largesize");
+        QCOMPARE(map->Document().ZoomLevel, 1.0);
+        for (int i = 0; i < 12; ++i)
+            Trigger("smallsize");
+        QVERIFY(qAbs(map->Document().ZoomLevel - 2.0) < 1e-9);
+        ShapeCanvas* big = NewMap(1500, 1500);
+        for (int i = 0; i < 4; ++i)
+            Trigger("smallsize");
+        QVERIFY(qAbs(big->Document().ZoomLevel - 1.3) < 1e-9);
+        QCOMPARE(m_ui->messageTexts(),
+                 QStringList{"Zoom level is too great for an image of this size."});
+    }
+
+    void modeMenuAndButtonsAgree()
+    {
+        NewMap(); // the Options menu needs a map
+        const char* menus[] = {"pointermode", "RectangleMode", "CircleMode", "PolygonMode"};
+        const QStringList buttons{"PointOpt", "RectOpt", "CirOpt", "PolyOpt"};
+        for (int mode : {0, 2, 1, 3, 0}) {
+            Trigger(menus[mode]);
+            for (int i = 0; i < 4; ++i)
+                QCOMPARE(m_frame->Tools().Button(buttons.at(i))->isChecked(), i == mode);
+            QCOMPARE(m_frame->CurrentDrawingMode(), CanvasHost::DrawingMode(mode));
+        }
+        QTest::mouseClick(m_frame->Tools().Button(QStringLiteral("CirOpt")), Qt::LeftButton);
+        QCOMPARE(m_frame->CurrentDrawingMode(), CanvasHost::DrawingMode::Circle);
+    }
+
+    void exitStopsAtTheFirstNo()
+    {
+        for (int i = 0; i < 3; ++i)
+            NewMap();
+        m_ui->answers.append({true, false});
+        Trigger("Exit");
+        QCOMPARE(m_ui->questions.size(), 2);
+        QTRY_COMPARE(m_frame->MapWindows().size(), 2);
+        m_ui->answers.append({true, true});
+        Trigger("Exit");
+        QVERIFY(!m_frame->isVisible());
+    }
+};
+
+QTEST_MAIN(TestMDIForm1)
+#include "tst_mdiform1.moc"

@@ -1,0 +1,508 @@
+#include "ui/canvas/ShapeCanvas.h"
+
+#include "core/base/ModalUi.h"
+#include "core/base/Module1.h"
+#include "core/base/Numeric.h"
+#include "core/document/CanvasGrid.h"
+#include "core/document/CanvasHost.h"
+#include "core/document/CanvasLayout.h"
+#include "core/document/CommandGuard.h"
+#include "core/document/OpenMapCount.h"
+#include "core/document/PointerArea.h"
+#include "core/document/ScrollBarRange.h"
+#include "core/forms/CommonDialogStuff.h"
+#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/MapFile.h"
+#include "core/interchange/NewMap.h"
+#include "core/interchange/PictureLoader.h"
+#include "ui/canvas/CanvasSurface.h"
+#include "ui/canvas/PictureBuffer.h"
+#include "ui/canvas/PointerConfinement.h"
+
+#include <QCloseEvent>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyle>
+
+ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
+    : QWidget(parent), m_host(Host), m_editor(m_document)
+{
+    setObjectName(QStringLiteral("ShapeCanvas"));
+    BuildChildren();
+    if (OpenMapCount == 0)
+        m_host.SetMapCommandsEnabled(true);
+    ++OpenMapCount;
+    m_counted = true;
+    // A new map: the document's own defaults, no shapes, nothing grabbed.
+    m_document = MapDocument();
+    m_document.SetSurface(m_canvas);
+    m_document.HitState = -2;
+    SetPicSize();
+}
+
+ShapeCanvas::~ShapeCanvas()
+{
+    // A window destroyed without a confirmed close still leaves the count.
+    if (m_counted) {
+        m_counted = false;
+        if (--OpenMapCount == 0)
+            m_host.SetMapCommandsEnabled(false);
+    }
+    m_pointer->ReleaseAll();
+    m_document.SetSurface(nullptr);
+}
+
+void ShapeCanvas::BuildChildren()
+{
+    m_holdPicbox = new QWidget(this);
+    m_holdPicbox->setObjectName(QStringLiteral("HoldPicbox"));
+    m_canvas = new CanvasSurface(m_document, m_holdPicbox);
+    m_canvas->resize(0, 0);
+    m_holdImage = new PictureBuffer(this);
+    m_hScroll = new QScrollBar(Qt::Horizontal, this);
+    m_hScroll->setObjectName(QStringLiteral("HScroll1"));
+    m_vScroll = new QScrollBar(Qt::Vertical, this);
+    m_vScroll->setObjectName(QStringLiteral("VScroll1"));
+    m_scrollEnd = new QPushButton(this);
+    m_scrollEnd->setObjectName(QStringLiteral("BntScrollEnd"));
+    m_scrollEnd->setFocusPolicy(Qt::NoFocus);
+
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    m_holdPicbox->setGeometry(0, 0, 200, 200);
+    m_hScroll->setGeometry(0, 200, 200, bar);
+    m_vScroll->setGeometry(200, 0, bar, 200);
+    m_scrollEnd->setGeometry(200, 200, bar, bar);
+    m_hScroll->setVisible(false);
+    m_vScroll->setVisible(false);
+
+    m_pointer = std::make_unique<PointerConfinement>(*m_holdPicbox, *m_canvas);
+    connect(m_canvas, &CanvasSurface::Pressed, this, &ShapeCanvas::OnPressed);
+    connect(m_canvas, &CanvasSurface::Moved, this, &ShapeCanvas::OnMoved);
+    connect(m_canvas, &CanvasSurface::Released, this, &ShapeCanvas::OnReleased);
+    connect(m_canvas, &CanvasSurface::DoubleClicked, this, &ShapeCanvas::OnDoubleClicked);
+    connect(m_canvas, &CanvasSurface::KeyPressed, this, &ShapeCanvas::OnKeyPressed);
+    connect(m_canvas, &CanvasSurface::PointerLeft, this, &ShapeCanvas::OnPointerLeft);
+    connect(m_canvas, &CanvasSurface::Resized, this, [this] { SetPicSize(); });
+    connect(m_hScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnHScroll);
+    connect(m_vScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnVScroll);
+    connect(m_hScroll, &QScrollBar::valueChanged, this, &ShapeCanvas::OnHChange);
+    connect(m_vScroll, &QScrollBar::valueChanged, this, &ShapeCanvas::OnVChange);
+}
+
+MapDocument& ShapeCanvas::Document()
+{
+    return m_document;
+}
+
+const MapDocument& ShapeCanvas::Document() const
+{
+    return m_document;
+}
+
+const QImage& ShapeCanvas::HoldImageBuffer() const
+{
+    return m_holdImage->Image();
+}
+
+template <class Command> bool ShapeCanvas::Guarded(Command&& command)
+{
+    // A message box must not open while the pointer is held by the surface.
+    return CommandGuard::Run(m_host.Dialogs(), std::forward<Command>(command),
+                             [this] { m_pointer->ReleaseAll(); });
+}
+
+template <class Command> bool ShapeCanvas::GuardedWithSnapshot(Command&& command)
+{
+    MapDocument before = m_document;
+    if (Guarded(std::forward<Command>(command)))
+        return true;
+    m_document = std::move(before);
+    m_document.SetSurface(m_canvas);
+    m_canvas->InvalidateAll();
+    m_canvas->RepaintNow();
+    return false;
+}
+
+// ---- picture, zoom, grid -----------------------------------------------------------
+
+void ShapeCanvas::SetNewPicture(const QImage& Picture, const QString& PicturePath)
+{
+    // An unreadable picture makes no map: the window keeps what it had.
+    if (Picture.isNull()) {
+        m_host.Dialogs().Message(PictureLoader::CannotReadMessage(PicturePath),
+                                 ModalUi::Icon::Critical);
+        return;
+    }
+    NewMap::SetPicture(m_document, Picture, PicturePath);
+    SetZoomLevel(1.0);
+}
+
+void ShapeCanvas::SetPicSize(bool* hBarShown, bool* vBarShown)
+{
+    const ScrollBarRange h = ScrollBarRange::For(m_canvas->width(), m_holdPicbox->width());
+    m_hScroll->setVisible(h.Visible);
+    if (h.Visible) {
+        m_hScroll->setMaximum(h.Maximum);
+        const int M = m_hScroll->maximum();
+        m_hScroll->setPageStep(M / 25 + 1);
+        m_hScroll->setSingleStep(M / 200 + 1);
+        if (hBarShown != nullptr)
+            *hBarShown = true;
+    }
+    const ScrollBarRange v = ScrollBarRange::For(m_canvas->height(), m_holdPicbox->height());
+    m_vScroll->setVisible(v.Visible);
+    if (v.Visible) {
+        m_vScroll->setMaximum(v.Maximum);
+        const int M = m_vScroll->maximum();
+        m_vScroll->setPageStep(M / 25 + 1);
+        m_vScroll->setSingleStep(M / 200 + 1);
+        if (vBarShown != nullptr)
+            *vBarShown = true;
+    }
+}
+
+void ShapeCanvas::ResizeSurface(double Width, double Height)
+{
+    const int w = RoundToInt32(Width);
+    const int h = RoundToInt32(Height);
+    m_canvas->resize(w, h);
+    m_holdImage->ResizeBuffer(w, h);
+}
+
+void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
+{
+    GuardedWithSnapshot([&] {
+        const double W = m_document.SWidth * NewZoomLevel;
+        const double H = m_document.SHeight * NewZoomLevel;
+        // Rescale the shapes first: an overflow then leaves the view as it was.
+        for (std::int16_t i = 0; i <= m_document.ItemCount(); ++i)
+            m_document.Shape(i).ResetPointsToZoom(NewZoomLevel);
+        ResizeSurface(W, H);
+        m_zooming = true;
+        bool hShown = false;
+        bool vShown = false;
+        SetPicSize(&hShown, &vShown);
+        if (!hShown)
+            m_canvas->move(0, m_canvas->y());
+        if (!vShown)
+            m_canvas->move(m_canvas->x(), 0);
+        m_zooming = false;
+        // A bar whose value had to shrink with its range takes the surface along, so
+        // that no empty strip shows past the picture.
+        if (hShown && -m_canvas->x() > m_hScroll->value())
+            OnHScroll(m_hScroll->value());
+        if (vShown && -m_canvas->y() > m_vScroll->value())
+            OnVScroll(m_vScroll->value());
+        m_holdImage->StretchFrom(m_document.OrigPic);
+        m_document.ZoomLevel = NewZoomLevel;
+        DrawGrid(false);
+        m_canvas->SetBackground(m_holdImage->Image());
+        SetPicSize();
+        m_document.DrawShapes();
+    });
+}
+
+void ShapeCanvas::RebuildBuffer()
+{
+    ResizeSurface(m_document.SWidth * m_document.ZoomLevel,
+                  m_document.SHeight * m_document.ZoomLevel);
+    m_holdImage->StretchFrom(m_document.OrigPic);
+}
+
+void ShapeCanvas::DrawGrid(bool ShouldSetPic)
+{
+    if (m_document.ShouldDrawGrid) {
+        if (ShouldSetPic)
+            RebuildBuffer();
+        DrawGridLines();
+        if (!ShouldSetPic)
+            return;
+    } else {
+        if (!ShouldSetPic)
+            return;
+        RebuildBuffer();
+    }
+    m_canvas->SetBackground(m_holdImage->Image());
+    SetPicSize();
+}
+
+void ShapeCanvas::DrawGridLines()
+{
+    CanvasGrid::DrawGridLines(m_holdImage->Image(), m_document.ZoomLevel * m_document.GridSpacing,
+                              m_document.GridStyle, m_document.GridColor);
+}
+
+// ---- scrolling and layout ----------------------------------------------------------
+
+void ShapeCanvas::OnHScroll(int Value)
+{
+    m_canvas->move(-Value, m_canvas->y());
+}
+
+void ShapeCanvas::OnVScroll(int Value)
+{
+    m_canvas->move(m_canvas->x(), -Value);
+}
+
+void ShapeCanvas::OnHChange(int Value)
+{
+    if (!m_zooming)
+        OnHScroll(Value);
+}
+
+void ShapeCanvas::OnVChange(int Value)
+{
+    if (!m_zooming)
+        OnVScroll(Value);
+}
+
+void ShapeCanvas::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (m_vScroll->isVisible())
+        m_vScroll->setValue(0);
+    if (m_hScroll->isVisible())
+        m_hScroll->setValue(0);
+    CanvasLayout current;
+    current.HoldPicbox = m_holdPicbox->geometry();
+    current.HScroll1 = m_hScroll->geometry();
+    current.VScroll1 = m_vScroll->geometry();
+    current.BntScrollEnd = m_scrollEnd->geometry();
+    current.HoldImageTop = m_holdImage->y();
+    const CanvasLayout next = CanvasLayout::Resized(current, width(), height());
+    m_holdPicbox->setGeometry(next.HoldPicbox);
+    m_hScroll->setGeometry(next.HScroll1);
+    m_vScroll->setGeometry(next.VScroll1);
+    m_scrollEnd->setGeometry(next.BntScrollEnd);
+    m_holdImage->move(m_holdImage->x(), next.HoldImageTop);
+    SetPicSize();
+}
+
+// ---- mouse and keyboard ------------------------------------------------------------
+
+ShapeRect ShapeCanvas::VisibleArea() const
+{
+    return m_pointer->VisibleArea();
+}
+
+bool ShapeCanvas::PointerConfined() const
+{
+    return m_pointer->Confined();
+}
+
+void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
+{
+    Guarded([&] {
+        const QPointF p = m_pointer->Start(Position, GlobalPosition);
+        m_editor.Press(RoundToInt32(p.x()), RoundToInt32(p.y()), m_host.CurrentDrawingMode());
+    });
+}
+
+void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
+{
+    Guarded([&] {
+        const QPointF p = m_pointer->Hold(Position, GlobalPosition);
+        const QPoint g = p == Position ? GlobalPosition : m_canvas->mapToGlobal(p.toPoint());
+        m_editor.Move(RoundToInt32(p.x()), RoundToInt32(p.y()), Buttons == Qt::LeftButton,
+                      Buttons != Qt::NoButton);
+        ShowPointerPosition(p, g);
+    });
+}
+
+void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
+{
+    const ShapeRect area = m_pointer->VisibleArea();
+    m_pointer->Capture();
+    if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
+        if (!m_pointer->Confined())
+            m_pointer->ReleaseCapture();
+        m_host.SetStatusText(QString());
+        return;
+    }
+    m_host.SetStatusText(PointerArea::StatusText(Position.x(), Position.y(), m_document.ZoomLevel));
+}
+
+void ShapeCanvas::OnReleased(QPointF Position, QPoint GlobalPosition)
+{
+    Q_UNUSED(Position);
+    Q_UNUSED(GlobalPosition);
+    Guarded([&] { m_editor.Release(); });
+    if (!m_document.PolygonInProgress)
+        m_pointer->End();
+}
+
+void ShapeCanvas::OnDoubleClicked()
+{
+    const int tab = m_editor.DoubleClickTab();
+    if (tab != 0)
+        ShapeProperties(static_cast<std::int16_t>(tab));
+}
+
+void ShapeCanvas::OnPointerLeft()
+{
+    // Without a capture, leaving the surface is the last move it hears of.
+    if (!m_pointer->HasCapture())
+        m_host.SetStatusText(QString());
+}
+
+bool ShapeCanvas::event(QEvent* event)
+{
+    // A dialog or another program taking over must get the pointer back.
+    if (event->type() == QEvent::WindowDeactivate)
+        m_pointer->ReleaseAll();
+    return QWidget::event(event);
+}
+
+void ShapeCanvas::OnKeyPressed(int Key)
+{
+    Guarded([&] { m_editor.KeyDown(Key); });
+}
+
+// ---- lifecycle ---------------------------------------------------------------------
+
+void ShapeCanvas::closeEvent(QCloseEvent* event)
+{
+    if (!m_counted) {
+        event->accept();
+        return;
+    }
+    const QString question = QStringLiteral("Are you sure you are done editing ") +
+                             QLatin1Char('"') + windowTitle() + QLatin1Char('"') + QLatin1Char('?');
+    if (!m_host.Dialogs().Question(question)) {
+        event->ignore();
+        return;
+    }
+    m_pointer->ReleaseAll();
+    m_counted = false;
+    if (OpenMapCount-- == 1)
+        m_host.SetMapCommandsEnabled(false);
+    event->accept();
+}
+
+// ---- files and code ----------------------------------------------------------------
+
+bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
+{
+    MapFile::ReadResult result = MapFile::OpenMapFile(FileNameToOpen, m_canvas);
+    if (!result.ok) {
+        for (const QString& message : result.messages)
+            m_host.Dialogs().Message(message, ModalUi::Icon::Critical);
+        return false;
+    }
+    m_document = std::move(result.document);
+    m_document.SetSurface(m_canvas);
+    m_fileName = result.fileName;
+    setWindowTitle(Module1::FileTitle(m_fileName));
+    SetZoomLevel(m_document.ZoomLevel);
+    return true;
+}
+
+void ShapeCanvas::SaveMap()
+{
+    QString name = m_fileName;
+    if (name.isEmpty()) {
+        name = m_host.Dialogs().AskForMapNameToSave();
+        if (name.isEmpty())
+            return;
+        name = CommonDialogStuff::WithMapExtension(name);
+    }
+    const MapFile::WriteResult result = MapFile::SaveMap(m_document, name);
+    if (!result.ok) {
+        m_host.Dialogs().Message(result.message, ModalUi::Icon::Critical);
+        return;
+    }
+    m_fileName = name;
+    setWindowTitle(Module1::FileTitle(name));
+}
+
+void ShapeCanvas::SaveMapAs()
+{
+    const QString previous = m_fileName;
+    m_fileName.clear();
+    SaveMap();
+    if (m_fileName.isEmpty())
+        m_fileName = previous;
+}
+
+QString ShapeCanvas::FileName() const
+{
+    return m_fileName;
+}
+
+QString ShapeCanvas::GenerateMapCode(bool loadwindow)
+{
+    QString code;
+    Guarded([&] {
+        code = MapCodeGenerator::GenerateMapCode(m_document, loadwindow
+                                                                 ? MapCodeGenerator::Form::Viewing
+                                                                 : MapCodeGenerator::Form::Test);
+    });
+    if (code.isEmpty()) {
+        if (m_document.ItemCount() < 0)
+            m_host.Dialogs().Message(MapCodeGenerator::NoShapesMessage(), ModalUi::Icon::Critical);
+        return QString();
+    }
+    if (!loadwindow)
+        return code;
+    m_host.ShowGeneratedCode(code);
+    return QString();
+}
+
+void ShapeCanvas::CheckTheURLs()
+{
+    m_host.ShowUrlChecker(*this);
+}
+
+// ---- shape commands ----------------------------------------------------------------
+
+void ShapeCanvas::DeleteShape()
+{
+    Guarded([&] { m_document.DeleteShape(); });
+}
+
+bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
+{
+    bool copied = false;
+    Guarded([&] { copied = m_document.SetShapeEqualToTopShape(CopyOfShape); });
+    return copied;
+}
+
+void ShapeCanvas::SetNewShape(const PatShape& NewShape)
+{
+    GuardedWithSnapshot([&] { m_document.SetNewShape(NewShape); });
+}
+
+void ShapeCanvas::MorphShape(std::int16_t SType)
+{
+    GuardedWithSnapshot([&] { m_document.MorphShape(SType); });
+}
+
+void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
+{
+    m_host.ShowShapeProperties(*this, TheIndex == -1 ? 1 : TheIndex);
+}
+
+void ShapeCanvas::DrawShapes()
+{
+    Guarded([&] { m_document.DrawShapes(); });
+}
+
+void ShapeCanvas::ReStackArrayFromOptions(std::int16_t NewTopIndex)
+{
+    Guarded([&] {
+        const std::int16_t oldTop =
+            m_document.ItemCount() >= 0 ? m_document.ShapeOrder().front() : std::int16_t{-1};
+        m_document.ReStackArrayFromOptions(NewTopIndex);
+        for (const std::int16_t index : {oldTop, NewTopIndex})
+            m_canvas->InvalidateRect(m_document.Shape(index).PaintBounds());
+        m_canvas->RepaintNow();
+    });
+}
+
+void ShapeCanvas::SetShapeColors()
+{
+    Guarded([&] {
+        m_document.SetShapeColors();
+        m_document.DrawShapes();
+    });
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "core/document/CanvasEditor.h"
+#include "core/document/MapDocument.h"
+#include "core/shape/ShapeGeometry.h"
+
+#include <QImage>
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+#include <memory>
+
+class CanvasHost;
+class CanvasSurface;
+class PictureBuffer;
+class PointerConfinement;
+class QLabel;
+class QPushButton;
+class QScrollBar;
+
+// One open map window: the picture at its zoom in a scrolled viewport, the optional
+// grid, and the mouse and keyboard editing of the map's shapes.
+//
+// Public API used by the frame and the dialogs. Child widgets carry the object names
+// HoldPicbox, TheCanvas, HoldImage, HScroll1, VScroll1 and BntScrollEnd.
+class ShapeCanvas : public QWidget
+{
+    Q_OBJECT
+public:
+    // Loads the window: counts it in OpenMapCount (enabling the frame's map commands
+    // on the first) and sets the defaults of a new map.
+    explicit ShapeCanvas(CanvasHost& Host, QWidget* parent = nullptr);
+    ~ShapeCanvas() override;
+
+    MapDocument& Document();
+    const MapDocument& Document() const;
+
+    // ---- picture, zoom, grid -------------------------------------------------------
+    // A new map's picture: RealWidth/SWidth = the picture's width (and heights),
+    // zoom 1.0, ImageName and ImagePath from PicturePath.
+    void SetNewPicture(const QImage& Picture, const QString& PicturePath);
+    void SetPicSize(bool* hBarShown = nullptr, bool* vBarShown = nullptr);
+    void SetZoomLevel(double NewZoomLevel);
+    void DrawGrid(bool ShouldSetPic = true);
+    void DrawGridLines();
+
+    // ---- files and code ------------------------------------------------------------
+    // Loads a map file into this (fresh) window; messages go to the user. False on
+    // failure, with the document untouched.
+    bool OpenMapFile(const QString& FileNameToOpen);
+    void SaveMap();
+    void SaveMapAs();
+    QString FileName() const;
+    // Viewing form (loadwindow true) goes to the code window and returns "";
+    // the test form is returned.
+    QString GenerateMapCode(bool loadwindow);
+    void CheckTheURLs();
+
+    // ---- shape commands (errors become a critical message; the map stays whole) ----
+    void DeleteShape();
+    // Copies the top shape into CopyOfShape; false when the map has no shapes.
+    bool SetShapeEqualToTopShape(PatShape& CopyOfShape);
+    void SetNewShape(const PatShape& NewShape);
+    void MorphShape(std::int16_t SType);
+    void ShapeProperties(std::int16_t TheIndex);
+    void DrawShapes();
+    void ReStackArrayFromOptions(std::int16_t NewTopIndex);
+    void SetShapeColors();
+
+    // ---- view state ----------------------------------------------------------------
+    // The drawing surface TheCanvas and the buffer HoldImage.
+    CanvasSurface& Surface() const { return *m_canvas; }
+    const QImage& HoldImageBuffer() const;
+    // The part of the surface the user sees, in screen pixels (right and bottom one
+    // past the last pixel; both count as inside).
+    ShapeRect VisibleArea() const;
+    // While true the pointer is kept inside VisibleArea().
+    bool PointerConfined() const;
+    const CanvasEditor& Editor() const { return m_editor; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    CanvasHost& m_host;
+    MapDocument m_document;
+    CanvasEditor m_editor;
+    QWidget* m_holdPicbox = nullptr;
+    CanvasSurface* m_canvas = nullptr;
+    PictureBuffer* m_holdImage = nullptr;
+    QScrollBar* m_hScroll = nullptr;
+    QScrollBar* m_vScroll = nullptr;
+    QPushButton* m_scrollEnd = nullptr;
+    QString m_fileName;
+    // True only while SetZoomLevel resizes the surface: value changes of the bars then
+    // leave the surface where it is.
+    bool m_zooming = false;
+    // Counted in OpenMapCount until a confirmed close.
+    bool m_counted = false;
+    std::unique_ptr<PointerConfinement> m_pointer;
+
+    void BuildChildren();
+    void ResizeSurface(double Width, double Height);
+    void RebuildBuffer();
+    void OnPressed(QPointF Position, QPoint GlobalPosition);
+    void OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons);
+    void OnReleased(QPointF Position, QPoint GlobalPosition);
+    void OnDoubleClicked();
+    void OnKeyPressed(int Key);
+    void OnPointerLeft();
+    void OnHScroll(int Value);
+    void OnVScroll(int Value);
+    void OnHChange(int Value);
+    void OnVChange(int Value);
+    void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
+    template <class Command> bool Guarded(Command&& command);
+    template <class Command> bool GuardedWithSnapshot(Command&& command);
+};

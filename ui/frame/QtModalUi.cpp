@@ -1,0 +1,98 @@
+#include "ui/frame/QtModalUi.h"
+
+#include "core/base/Module1.h"
+#include "core/forms/CommonDialogStuff.h"
+
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QUrl>
+
+namespace {
+
+const QString Title = QStringLiteral("Corvane");
+
+bool Ask(QWidget* parent, const QString& text, QMessageBox::Icon icon)
+{
+    QMessageBox box(icon, Title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    box.setDefaultButton(QMessageBox::Yes);
+    return box.exec() == QMessageBox::Yes;
+}
+
+} // namespace
+
+void QtModalUi::Message(const QString& Text, Icon TheIcon)
+{
+    QMessageBox box(TheIcon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Information,
+                    Title, Text, QMessageBox::Ok, m_parent);
+    box.exec();
+}
+
+bool QtModalUi::Question(const QString& Text)
+{
+    return Ask(m_parent, Text, QMessageBox::Information);
+}
+
+bool QtModalUi::CriticalQuestion(const QString& Text)
+{
+    return Ask(m_parent, Text, QMessageBox::Critical);
+}
+
+QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStringList& Filters)
+{
+    // The program's folder, as the dialogs always started there; an installed program's
+    // folder is no place for maps, so then the home folder.
+    const QString folder = QFileInfo(Module1::ApplicationFolder()).isWritable()
+                               ? Module1::ApplicationFolder()
+                               : QDir::homePath();
+    QFileDialog dialog(m_parent, DialogTitle, folder);
+    dialog.setNameFilters(Filters);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    if (Save) {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setFileMode(QFileDialog::AnyFile);
+    } else {
+        dialog.setAcceptMode(QFileDialog::AcceptOpen);
+        dialog.setFileMode(QFileDialog::ExistingFile);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+}
+
+QString QtModalUi::AskForPicture()
+{
+    return AskForFile(false, CommonDialogStuff::PictureTitle, CommonDialogStuff::PictureFilters());
+}
+
+QString QtModalUi::AskForMapToOpen()
+{
+    return AskForFile(false, CommonDialogStuff::OpenMapTitle, CommonDialogStuff::MapFilters());
+}
+
+QString QtModalUi::AskForMapNameToSave()
+{
+    const QString name =
+        AskForFile(true, CommonDialogStuff::SaveMapTitle, CommonDialogStuff::MapFilters());
+    return name.isEmpty() ? name : CommonDialogStuff::WithMapExtension(name);
+}
+
+std::optional<QString> QtModalUi::Prompt(const QString& PromptText, const QString& PromptTitle,
+                                         const QString& Default)
+{
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(m_parent, PromptTitle, PromptText, QLineEdit::Normal, Default, &ok);
+    if (!ok)
+        return std::nullopt;
+    return text;
+}
+
+bool QtModalUi::OpenWithDesktop(const QString& FileOrUrl)
+{
+    const QUrl url = QFileInfo::exists(FileOrUrl) ? QUrl::fromLocalFile(FileOrUrl)
+                                                  : QUrl::fromUserInput(FileOrUrl);
+    return url.isValid() && QDesktopServices::openUrl(url);
+}

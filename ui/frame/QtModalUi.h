@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/base/ModalUi.h"
+
+class QWidget;
+
+// The editor's ModalUi: Qt message boxes, file dialogs, input prompt and desktop
+// services, each owned by Parent.
+class QtModalUi : public ModalUi
+{
+public:
+    explicit QtModalUi(QWidget* Parent = nullptr) : m_parent(Parent) {}
+    void SetParent(QWidget* Parent) { m_parent = Parent; }
+
+    void Message(const QString& Text, Icon TheIcon) override;
+    bool Question(const QString& Text) override;
+    bool CriticalQuestion(const QString& Text) override;
+    QString AskForPicture() override;
+    QString AskForMapToOpen() override;
+    QString AskForMapNameToSave() override;
+    std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
+                                  const QString& Default) override;
+    bool OpenWithDesktop(const QString& FileOrUrl) override;
+
+private:
+    QWidget* m_parent;
+
+    QString AskForFile(bool Save, const QString& Title, const QStringList& Filters);
+};
