@@ -1,5 +1,7 @@
 #include "cli/CliRequest.h"
 
+#include "cli/CliWebOptions.h"
+
 #include <QHash>
 
 namespace {
@@ -54,6 +56,10 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
             (isInto ? request.into : request.output) = Arguments[++i];
         } else if (argument == QLatin1String("--test") && grammar.allowsTest && !request.testForm) {
             request.testForm = true;
+        } else if (const auto taken = CliWebOptions::Take(request, Arguments, i);
+                   taken != CliWebOptions::Taken::No) {
+            if (taken == CliWebOptions::Taken::Malformed)
+                return std::nullopt;
         } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
             return std::nullopt;
         } else {
@@ -72,11 +78,15 @@ QString CliRequest::Usage()
 {
     return QStringLiteral(
         "Usage: vantrel-cli COMMAND ...\n"
-        "  html [--test] MAP.imp                      print the map's HTML code\n"
+        "  html [--test] [--format F] MAP.imp         print the map's HTML code\n"
+        "                                             (F: classic, html5 or svg)\n"
         "  dump MAP.imp                               print the map as JSON\n"
         "  save MAP.imp -o OUT.imp                    save the map under another name\n"
         "  import CODE.html --into MAP.imp -o OUT.imp replace the map's shapes by pasted code\n"
+        "         [--keep-text] [--add] [--map NAME]  keep text as written, add to the shapes\n"
         "  new PICTURE -o OUT.imp                     make a new map from a picture\n"
-        "  testpage MAP.imp -o PAGE.htm               write the map's test page\n"
-        "Exit status: 0 done, 1 failed (messages on standard error), 2 wrong usage.\n");
+        "  testpage [--format F] MAP.imp -o PAGE.htm  write the map's test page\n"
+        "  lint [--json] MAP.imp                      check the map for problems\n"
+        "Exit status: 0 done, 1 failed (messages on standard error), 2 wrong usage,\n"
+        "3 lint printed findings.\n");
 }

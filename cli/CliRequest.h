@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/interchange/MapFormat.h"
+
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -14,6 +16,13 @@ struct CliRequest
     QString input;         // MAP.imp, CODE.html or PICTURE
     QString into;          // import: --into MAP.imp
     QString output;        // -o
+    // The web options (CliWebOptions): html/testpage --format, lint --json,
+    // import --keep-text --add --map NAME.
+    MapFormat format = MapFormat::Classic;
+    bool json = false;
+    bool keepText = false;
+    bool add = false;
+    QString mapName;
 
     // Arguments without the program name; nothing when the command line is malformed.
     static std::optional<CliRequest> Parse(const QStringList& Arguments);

@@ -34,7 +34,7 @@ int CliRunner::Run(const CliRequest& Request)
             m_out.write(CliRequest::Usage().toUtf8());
             return 0;
         case CliRequest::Command::Html:
-            return Html(Request);
+            return Request.format == MapFormat::Classic ? Html(Request) : WebHtml(Request);
         case CliRequest::Command::Dump:
             return Dump(Request);
         case CliRequest::Command::Save:
@@ -44,7 +44,7 @@ int CliRunner::Run(const CliRequest& Request)
         case CliRequest::Command::New:
             return New(Request);
         case CliRequest::Command::TestPage:
-            return TestPage(Request);
+            return Request.format == MapFormat::Classic ? TestPage(Request) : WebTestPage(Request);
         }
     } catch (const std::exception& error) {
         return Fail({QString::fromUtf8(error.what())});

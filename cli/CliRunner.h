@@ -24,6 +24,9 @@ private:
     int Import(const CliRequest& Request);
     int New(const CliRequest& Request);
     int TestPage(const CliRequest& Request);
+    // --format html5|svg (CliWebCommands.cpp)
+    int WebHtml(const CliRequest& Request);
+    int WebTestPage(const CliRequest& Request);
 
     // The map at Path, or nothing after its messages were printed.
     std::optional<MapDocument> Open(const QString& Path);

@@ -17,4 +17,6 @@ public:
     // does nothing. A page that cannot be written ends the test without a message.
     // Returns the page's path when the page was written.
     static QString Run(const QString& Code, ModalUi& Ui, const QString& Folder);
+    // The same with a whole page already made (the modern formats).
+    static QString RunPage(const QString& Page, ModalUi& Ui, const QString& Folder);
 };

@@ -410,6 +410,8 @@ void MDIForm1::ShowShapeProperties(ShapeCanvas& Canvas, int TheIndex)
 void MDIForm1::ShowGeneratedCode(const QString& Code)
 {
     GeneratedCodeForm dialog(Code, m_ui, this);
+    if (ShapeCanvas* map = ActiveMapWindow())
+        dialog.SetFormats(GeneratedCodeForm::FormatsOf(*map));
     ExecDialog(dialog);
 }
 

@@ -1,20 +1,27 @@
 #include "ui/tools/GeneratedCodeForm.h"
 
 #include "core/base/ModalUi.h"
+#include "core/interchange/FormattedMapCode.h"
+#include "core/interchange/MapFormatSetting.h"
+#include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/DialogPlacement.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 GeneratedCodeForm::GeneratedCodeForm(const QString& code, ModalUi& ui, QWidget* parent)
-    : QDialog(parent), m_ui(ui), m_code(code), m_text(new QPlainTextEdit(this))
+    : QDialog(parent), m_ui(ui), m_code(code), m_shown(code), m_text(new QPlainTextEdit(this)),
+      m_format(new QComboBox(this))
 {
     setObjectName(QStringLiteral("GeneratedCodeForm"));
     setWindowTitle(QStringLiteral("Map Code"));
@@ -39,7 +46,22 @@ GeneratedCodeForm::GeneratedCodeForm(const QString& code, ModalUi& ui, QWidget* 
     connect(whatNow, &QPushButton::clicked, this, &GeneratedCodeForm::WhatNow);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
+    m_format->setObjectName(QStringLiteral("cboFormat"));
+    for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg})
+        m_format->addItem(MapFormats::Label(format), static_cast<int>(format));
+    m_format->setEnabled(false);
+    auto* formatLabel = new QLabel(QStringLiteral("&Format:"), this);
+    formatLabel->setBuddy(m_format);
+    connect(m_format, &QComboBox::activated, this, [this](int row) {
+        const auto format = static_cast<MapFormat>(m_format->itemData(row).toInt());
+        MapFormatSetting::Save(format);
+        ShowFormat(format);
+    });
+
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(formatLabel);
+    buttons->addWidget(m_format);
+    buttons->addSpacing(12);
     buttons->addWidget(copy);
     buttons->addWidget(whatNow);
     buttons->addStretch(1);
@@ -53,6 +75,32 @@ GeneratedCodeForm::GeneratedCodeForm(const QString& code, ModalUi& ui, QWidget* 
     DialogPlacement::CentreOnScreen(*this);
 }
 
+void GeneratedCodeForm::SetFormats(std::function<QString(MapFormat)> Generate)
+{
+    m_generate = std::move(Generate);
+    m_format->setEnabled(static_cast<bool>(m_generate));
+    ShowFormat(MapFormatSetting::Load());
+}
+
+void GeneratedCodeForm::ShowFormat(MapFormat Format)
+{
+    if (Format != MapFormat::Classic && !m_generate)
+        return;
+    m_format->setCurrentIndex(m_format->findData(static_cast<int>(Format)));
+    m_shown = Format == MapFormat::Classic ? m_code : m_generate(Format);
+    m_text->setPlainText(m_shown);
+}
+
+std::function<QString(MapFormat)> GeneratedCodeForm::FormatsOf(ShapeCanvas& Map)
+{
+    return [map = QPointer<ShapeCanvas>(&Map)](MapFormat Format) {
+        if (map.isNull())
+            return QString();
+        return FormattedMapCode::Generate(map->Document(), Format, MapCodeGenerator::Form::Viewing)
+            .Text;
+    };
+}
+
 void GeneratedCodeForm::CopyHtml()
 {
     m_text->selectAll();
@@ -61,7 +109,7 @@ void GeneratedCodeForm::CopyHtml()
     QCoreApplication::processEvents();
     // The box is read-only, so the code it shows is exactly the code it was given;
     // copying that keeps the generated CR LF line breaks.
-    clipboard->setText(m_code);
+    clipboard->setText(m_shown);
 }
 
 void GeneratedCodeForm::WhatNow()

@@ -1,0 +1,110 @@
+#include "core/interchange/HtmlText.h"
+
+QString HtmlText::Attribute(const QString& Text)
+{
+    QString out;
+    out.reserve(Text.size() + 8);
+    for (QChar c : Text) {
+        switch (c.unicode()) {
+        case u'&':
+            out += QLatin1String("&amp;");
+            break;
+        case u'"':
+            out += QLatin1String("&quot;");
+            break;
+        case u'<':
+            out += QLatin1String("&lt;");
+            break;
+        case u'>':
+            out += QLatin1String("&gt;");
+            break;
+        default:
+            out += c;
+        }
+    }
+    return out;
+}
+
+QString HtmlText::JsString(const QString& Text)
+{
+    QString out = QStringLiteral("'");
+    for (QChar c : Text) {
+        const char16_t u = c.unicode();
+        if (u == u'\\' || u == u'\'') {
+            out += QLatin1Char('\\');
+            out += c;
+        } else if (u == u'\n') {
+            out += QLatin1String("\\n");
+        } else if (u == u'\r') {
+            out += QLatin1String("\\r");
+        } else if (u < 0x20 || u == 0x7F || u == 0x2028 || u == 0x2029) {
+            // Line separators end a JavaScript string; control characters upset tidy.
+            out += QStringLiteral("\\u%1").arg(static_cast<int>(u), 4, 16, QLatin1Char('0'));
+        } else {
+            out += c;
+        }
+    }
+    out += QLatin1Char('\'');
+    return out;
+}
+
+bool HtmlText::ReadJsString(const QString& Source, qsizetype From, QString& Text, qsizetype& End)
+{
+    if (From >= Source.size())
+        return false;
+    const QChar quote = Source[From];
+    if (quote != QLatin1Char('\'') && quote != QLatin1Char('"'))
+        return false;
+    QString text;
+    for (qsizetype i = From + 1; i < Source.size(); ++i) {
+        const QChar c = Source[i];
+        if (c == quote) {
+            Text = text;
+            End = i + 1;
+            return true;
+        }
+        if (c != QLatin1Char('\\')) {
+            text += c;
+            continue;
+        }
+        if (++i >= Source.size())
+            return false;
+        const char16_t e = Source[i].unicode();
+        switch (e) {
+        case u'n':
+            text += QLatin1Char('\n');
+            break;
+        case u'r':
+            text += QLatin1Char('\r');
+            break;
+        case u't':
+            text += QLatin1Char('\t');
+            break;
+        case u'u': {
+            bool ok = false;
+            const ushort code = i + 4 < Source.size() ? Source.mid(i + 1, 4).toUShort(&ok, 16) : 0;
+            if (!ok)
+                return false;
+            text += QChar(code);
+            i += 4;
+            break;
+        }
+        default:
+            text += Source[i]; // \\ \' \" and any other escaped character stand for themselves
+        }
+    }
+    return false;
+}
+
+QString HtmlText::ClassName(const QString& MapName)
+{
+    QString name = QStringLiteral("map-");
+    for (QChar c : MapName) {
+        const bool plain = (c >= QLatin1Char('a') && c <= QLatin1Char('z')) ||
+                           (c >= QLatin1Char('A') && c <= QLatin1Char('Z')) ||
+                           (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
+                           c == QLatin1Char('-') || c == QLatin1Char('_');
+        name += plain ? c : QLatin1Char('_');
+    }
+    return name;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+// Escaping for the modern formats, which must survive any character a user types.
+class HtmlText
+{
+public:
+    // For a double-quoted attribute value (and element text): & " < > as entities.
+    static QString Attribute(const QString& Text);
+    // A single-quoted JavaScript string literal, quotes included, safe for any text.
+    static QString JsString(const QString& Text);
+    // Reads back a literal written by JsString (or any ' or " JavaScript string) starting
+    // at From; the decoded text, and the position after the closing quote in End.
+    // Nothing when there is no complete literal there.
+    static bool ReadJsString(const QString& Source, qsizetype From, QString& Text, qsizetype& End);
+    // A CSS class for the map: letters, digits, '-' and '_' of the name kept, the rest '_'.
+    static QString ClassName(const QString& MapName);
+};

@@ -1,0 +1,112 @@
+#include "ShapeRow.h"
+#include "core/interchange/FormattedMapCode.h"
+#include "core/interchange/MapFile.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+// vantrel-cli's web formats, map check and lossless import.
+class TestCliWeb : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void htmlAndTestPageInEachFormat();
+    void malformedWebOptions_data();
+    void malformedWebOptions();
+
+private:
+    struct Run
+    {
+        int exitCode = -1;
+        QByteArray out;
+        QByteArray err;
+    };
+    Run Cli(const QStringList& arguments) const
+    {
+        QProcess process;
+        process.setWorkingDirectory(m_dir.path());
+        process.start(QStringLiteral(VANTREL_CLI), arguments);
+        Run run;
+        if (process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit)
+            run = {process.exitCode(), process.readAllStandardOutput(),
+                   process.readAllStandardError()};
+        return run;
+    }
+    QString Path(const QString& name) const { return m_dir.filePath(name); }
+    QByteArray Read(const QString& name) const
+    {
+        QFile file(Path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QString Expected(MapFormat format, MapCodeGenerator::Form form) const
+    {
+        MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
+        return FormattedMapCode::Generate(map, format, form).Text;
+    }
+
+    QTemporaryDir m_dir;
+};
+
+void TestCliWeb::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    QVERIFY(QFile::copy(VANTREL_SOURCE_DIR "/examples/harbour.png", Path("harbour.png")));
+    MapDocument map =
+        MapFile::OpenMapFile(QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp")).document;
+    QVERIFY(map.ItemCount() >= 0);
+    map.ImagePath = m_dir.path() + QLatin1Char('/');
+    map.MapStyle = 2;
+    QVERIFY(MapFile::SaveMap(map, Path("map.imp")).ok);
+    MapDocument empty = map;
+    empty.ResizeShapeArray(-1, true);
+    QVERIFY(MapFile::SaveMap(empty, Path("empty.imp")).ok);
+}
+
+void TestCliWeb::htmlAndTestPageInEachFormat()
+{
+    using Form = MapCodeGenerator::Form;
+    for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg}) {
+        const QString name = MapFormats::Name(format);
+        Run run = Cli({"html", "--format", name, "map.imp"});
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.out, Expected(format, Form::Viewing).toUtf8());
+        run = Cli({"html", "map.imp", "--test", "--format", name});
+        QCOMPARE(run.out, Expected(format, Form::Test).toUtf8());
+
+        QCOMPARE(Cli({"testpage", "--format", name, "map.imp", "-o", name + ".htm"}).exitCode, 0);
+        MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
+        const FormattedMapCode code = FormattedMapCode::Generate(map, format, Form::Test);
+        QCOMPARE(Read(name + ".htm"), code.TestPageText(format).toUtf8());
+
+        run = Cli({"html", "--format", name, "empty.imp"});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.err, QByteArray("No shape areas have been created.\n"));
+    }
+    // Classic stays the default.
+    QCOMPARE(Cli({"html", "map.imp"}).out, Cli({"html", "--format", "classic", "map.imp"}).out);
+    QVERIFY(Read("html5.htm").startsWith("<!DOCTYPE html>"));
+}
+
+void TestCliWeb::malformedWebOptions_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unknown format") << QStringList{"html", "--format", "xhtml", "map.imp"};
+    QTest::newRow("format without value") << QStringList{"html", "map.imp", "--format"};
+    QTest::newRow("format on dump") << QStringList{"dump", "--format", "svg", "map.imp"};
+    QTest::newRow("keep-text on html") << QStringList{"html", "--keep-text", "map.imp"};
+}
+
+void TestCliWeb::malformedWebOptions()
+{
+    QFETCH(QStringList, arguments);
+    const Run run = Cli(arguments);
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY(run.err.startsWith("Usage: vantrel-cli"));
+    QVERIFY(run.out.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestCliWeb)
+#include "tst_cliweb.moc"
