@@ -22,8 +22,10 @@ Qt::PenStyle CanvasGrid::PenStyleOf(std::int32_t GridStyle)
 void CanvasGrid::DrawGridLines(QImage& Buffer, double Step, std::int32_t GridStyle,
                                std::int32_t GridColor)
 {
-    // A pitch that does not advance would never end the loops.
-    if (Buffer.isNull() || !(Step > 0.0))
+    // Finer than two pixels a grid only paints the picture over, and a pitch too small to
+    // move a single-precision position would never end the loops (a map file may hold
+    // any positive spacing and zoom).
+    if (Buffer.isNull() || !(Step >= FinestPitch))
         return;
     QPainter painter(&Buffer);
     painter.setRenderHint(QPainter::Antialiasing, false);

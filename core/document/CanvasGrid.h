@@ -12,8 +12,11 @@ class CanvasGrid
 public:
     // 0 solid, 1 dashed, 2 dotted; anything else draws solid lines.
     static Qt::PenStyle PenStyleOf(std::int32_t GridStyle);
+    // The finest pitch on screen, in pixels, that is still drawn.
+    static constexpr double FinestPitch = 2.0;
     // Lines every Step pixels from the left and top edges; positions accumulate in
-    // floating point, and no line is drawn on the right or bottom edge.
+    // floating point, and no line is drawn on the right or bottom edge. Nothing is drawn
+    // for a pitch under FinestPitch.
     static void DrawGridLines(QImage& Buffer, double Step, std::int32_t GridStyle,
                               std::int32_t GridColor);
     // Moves (X, Y) to the nearest crossing of a grid of pitch Step; an exact half-way

@@ -46,8 +46,9 @@ inline QString MapInconsistency(const MapDocument& d)
     }
     if (order.size() != d.Shapes().size() || int(order.size()) != d.ItemCount() + 1)
         return QStringLiteral("list sizes differ from ItemCount");
-    for (std::int16_t i = 0; i <= d.ItemCount() && !d.PolygonInProgress; ++i) {
-        if (d.Shape(i).ShapeColor != (i == d.ShapeOrder().front() ? d.FocusColor : d.NonFocusColor))
+    for (int i = 0; i <= d.ItemCount() && !d.PolygonInProgress; ++i) {
+        if (d.Shape(std::int16_t(i)).ShapeColor !=
+            (i == d.ShapeOrder().front() ? d.FocusColor : d.NonFocusColor))
             return QStringLiteral("shape %1 has the wrong colour").arg(i);
     }
     return QString();

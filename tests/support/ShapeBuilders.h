@@ -12,7 +12,7 @@ inline PatShape MakeShape(std::int16_t type, const std::vector<ShapePoint>& poin
 {
     PatShape shape;
     shape.ResetInfo(type, true, colour, QStringLiteral("http://"), {}, {}, {}, 0, {});
-    shape.ResetPoints(static_cast<std::int16_t>(points.size()) - 1);
+    shape.ResetPoints(static_cast<std::int16_t>(points.size() - 1));
     for (std::size_t i = 0; i < points.size(); ++i)
         shape.SetPoint(static_cast<std::int16_t>(i), points[i].x, points[i].y);
     shape.SetOpenGeneralInfo(surface, zoom);
