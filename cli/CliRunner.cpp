@@ -52,10 +52,13 @@ int CliRunner::Run(const CliRequest& Request)
     return 1;
 }
 
-int CliRunner::Fail(const QStringList& Messages)
+int CliRunner::Fail(const QStringList& Messages, const QString& Detail)
 {
     for (const QString& message : Messages)
         m_err.write((message + QLatin1Char('\n')).toUtf8());
+    // The cause, when known, on a line of its own after the exact messages.
+    if (!Detail.isEmpty())
+        m_err.write((Detail + QLatin1Char('\n')).toUtf8());
     return 1;
 }
 
@@ -63,7 +66,7 @@ std::optional<MapDocument> CliRunner::Open(const QString& Path)
 {
     MapFile::ReadResult read = MapFile::OpenMapFile(Path);
     if (!read.ok) {
-        Fail(read.messages);
+        Fail(read.messages, read.detail);
         return std::nullopt;
     }
     return std::move(read.document);
@@ -73,7 +76,7 @@ int CliRunner::SaveAs(const MapDocument& Document, const QString& Path)
 {
     const QString name = QDir::toNativeSeparators(QFileInfo(Path).absoluteFilePath());
     const MapFile::WriteResult saved = MapFile::SaveMap(Document, name);
-    return saved.ok ? 0 : Fail({saved.message});
+    return saved.ok ? 0 : Fail({saved.message}, saved.detail);
 }
 
 int CliRunner::Html(const CliRequest& Request)
@@ -118,7 +121,7 @@ int CliRunner::Import(const CliRequest& Request)
         return 1;
     const HtmlImporter::Result result = HtmlImporter::Convert(text, *document);
     if (!result.ok)
-        return Fail({result.message});
+        return Fail({result.message}, result.detail);
     HtmlImporter::Apply(result, *document);
     return SaveAs(*document, Request.output);
 }
@@ -127,7 +130,7 @@ int CliRunner::New(const CliRequest& Request)
 {
     const NewMap::Result made = NewMap::FromPicture(Request.input);
     if (!made.ok)
-        return Fail({made.message});
+        return Fail({made.message}, made.detail);
     return SaveAs(made.document, Request.output);
 }
 

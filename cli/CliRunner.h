@@ -32,7 +32,8 @@ private:
     std::optional<MapDocument> Open(const QString& Path);
     // Saves under Path's absolute name (which line 2 records).
     int SaveAs(const MapDocument& Document, const QString& Path);
-    int Fail(const QStringList& Messages);
+    // Prints Messages, then Detail (the cause) on a line of its own when there is one.
+    int Fail(const QStringList& Messages, const QString& Detail = QString());
 
     QIODevice& m_out;
     QIODevice& m_err;

@@ -3,12 +3,16 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <cstdio>
 
 // vantrel-cli: the editor's file and code operations without a screen.
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    // Standard error carries the program's own messages only; Qt's notes about a picture
+    // it refuses would come before them.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio.warning=false"));
     QFile out;
     QFile err;
     out.open(stdout, QIODevice::WriteOnly);

@@ -14,6 +14,13 @@ public:
     virtual ~ModalUi() = default;
     // A message box titled "Corvane" with an OK button.
     virtual void Message(const QString& Text, Icon TheIcon) = 0;
+    // The same with the cause of a failure as informative text under the message;
+    // an empty Detail shows the plain message.
+    virtual void DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail)
+    {
+        Q_UNUSED(Detail);
+        Message(Text, TheIcon);
+    }
     // A Yes/No question titled "Corvane" with the information icon; true for Yes.
     virtual bool Question(const QString& Text) = 0;
     // The same with the critical icon, for a question before something is thrown away.

@@ -1,6 +1,7 @@
 #include "core/interchange/HtmlImporter.h"
 
 #include "core/base/Numeric.h"
+#include "core/interchange/MapFile.h"
 
 #include <QStringMatcher>
 #include <QStringView>
@@ -35,6 +36,11 @@ const QString ErrorMessage =
     QStringLiteral("There was an error, please check the HTML code you paste in.");
 
 struct ConversionError
+{
+};
+
+// More areas than the 16-bit shape list holds.
+struct TooManyAreas
 {
 };
 
@@ -338,7 +344,7 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
                 continue;
             }
             if (result.shapes.size() >= 32768)
-                throw ConversionError(); // the shape list is 16-bit
+                throw TooManyAreas(); // the shape list is 16-bit
             const std::vector<ShapePoint> points = BuildPoints(type, *coords);
             PatShape shape;
             shape.ResetInfo(type, true, Document.NonFocusColor, href, alt, target, QString(), 0,
@@ -351,6 +357,10 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
                 shape.ResetPointsToZoom(Document.ZoomLevel);
             result.shapes.push_back(std::move(shape));
         }
+    } catch (const TooManyAreas&) {
+        Result failed = Failure(ErrorMessage);
+        failed.detail = MapFile::TooManyShapesDetail();
+        return failed;
     } catch (const ConversionError&) {
         return Failure(ErrorMessage);
     } catch (const std::exception&) {

@@ -13,6 +13,7 @@ public:
     {
         bool ok = false;
         QString message; // for the user when !ok
+        QString detail;  // why, when known; shown beside the message
         std::vector<PatShape> shapes;
         QString DefURL;
         QString DefComment;

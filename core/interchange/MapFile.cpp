@@ -11,7 +11,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <cerrno>
 #include <exception>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -43,6 +45,21 @@ double Positive(double value)
     return value;
 }
 
+// The editor only ever sets zoom levels from 1 to 2. Far outside that a view cannot be
+// built at all (a surface past the 32-bit range, or of no size), so such a file is refused
+// rather than shown as an empty or overflowing window.
+double ViewableZoom(double value)
+{
+    if (!(value >= MapFile::LeastZoom && value <= MapFile::GreatestZoom))
+        throw FormatError();
+    return value;
+}
+
+// Thrown when the shape count line asks for more shapes than a map can hold.
+struct TooManyShapes
+{
+};
+
 QString WithSeparator(const QString& folder)
 {
     return folder.endsWith(QDir::separator()) ? folder : folder + QDir::separator();
@@ -63,15 +80,6 @@ std::optional<QString> PictureFolder(const MapDocument& document, const QString&
     return std::nullopt;
 }
 
-// The stored name, unless it cannot be a path on this system (a map made elsewhere).
-QString DocumentFileName(const QString& stored, const QString& openedFrom)
-{
-    const QString folder = Module1::FolderOfPath(stored);
-    if (QDir::isAbsolutePath(stored) && !folder.isEmpty() && QFileInfo(folder).isDir())
-        return stored;
-    return QFileInfo(openedFrom).absoluteFilePath();
-}
-
 void ReadSettings(MapTextReader& in, MapDocument& document)
 {
     document.MapName = in.String();
@@ -83,7 +91,7 @@ void ReadSettings(MapTextReader& in, MapDocument& document)
     document.SWidth = in.Int32();
     document.SHeight = in.Int32();
     // Every later rescale divides by the zoom and the grid loops step by the spacing.
-    document.ZoomLevel = Positive(in.Double());
+    document.ZoomLevel = ViewableZoom(in.Double());
     document.GridSpacing = Positive(in.Double());
     document.GridColor = in.Int32();
     document.GridStyle = in.Int32();
@@ -120,9 +128,12 @@ PatShape ReadShape(MapTextReader& in, const MapDocument& document)
 
 void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
 {
-    const std::int16_t N = in.Int16();
-    if (N < -1)
+    const std::int32_t wide = in.Int32();
+    if (wide > std::numeric_limits<std::int16_t>::max())
+        throw TooManyShapes();
+    if (wide < -1)
         throw FormatError();
+    const auto N = static_cast<std::int16_t>(wide);
     const qsizetype count = qsizetype(N) + 1;
     // Check the length first so that a huge count in a short file costs nothing.
     if (in.LinesLeft() < count * ShapeRecordLines + DefaultAreaLines)
@@ -162,11 +173,13 @@ void ReadDefaultArea(MapTextReader& in, MapDocument& document)
 MapFile::ReadResult MapFile::OpenMapFile(const QString& FileNameToOpen, ShapeSurface* Surface)
 {
     QFile file(FileNameToOpen);
-    if (!file.open(QIODevice::ReadOnly))
-        return Failed({CannotLoadMessage()});
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return Failed({CannotLoadMessage()});
+    const bool read = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = read ? file.readAll() : QByteArray();
+    if (!read || file.error() != QFileDevice::NoError) {
+        ReadResult failed = Failed({CannotLoadMessage()});
+        failed.detail = file.errorString();
+        return failed;
+    }
     return ReadMap(bytes, FileNameToOpen, Surface);
 }
 
@@ -180,7 +193,7 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
         MapTextReader in(std::move(*text));
         MapDocument document;
         in.String(); // the format version is never checked
-        const QString storedName = in.String();
+        in.String(); // where it was last saved; a copy keeps its original's name here
         document.ImagePath = in.String();
         document.ImageName = in.String();
         const std::optional<QString> pictureFolder = PictureFolder(document, FileNameToOpen);
@@ -195,15 +208,24 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
         // Decoded last: a file that fails above never pays for its picture.
         PictureLoader::Result picture =
             PictureLoader::Load(document.ImagePath + document.ImageName);
-        if (!picture.ok)
-            return Failed({CannotLoadMessage()});
+        if (!picture.ok) {
+            ReadResult failed = Failed({CannotLoadMessage()});
+            failed.detail = picture.detail;
+            return failed;
+        }
         document.OrigPic = std::move(picture.image);
 
         ReadResult result;
         result.ok = true;
         result.document = std::move(document);
-        result.fileName = DocumentFileName(storedName, FileNameToOpen);
+        // The map is the file it was opened from: line 2 may name the original of a copy,
+        // and Save must never write there.
+        result.fileName = QFileInfo(FileNameToOpen).absoluteFilePath();
         return result;
+    } catch (const TooManyShapes&) {
+        ReadResult failed = Failed({CannotLoadMessage()});
+        failed.detail = TooManyShapesDetail();
+        return failed;
     } catch (const std::exception&) {
         return Failed({CannotLoadMessage()});
     }
@@ -271,12 +293,27 @@ QByteArray MapFile::MapBytes(const MapDocument& Document, const QString& FileNam
 MapFile::WriteResult MapFile::SaveMap(const MapDocument& Document, const QString& FileName)
 {
     WriteResult result;
+    const QFileInfo existing(FileName);
+    // Root may write anything, so the mode bits decide: a file nobody may write to was
+    // made read-only on purpose and is not replaced behind its owner's back.
+    const QFile::Permissions writeBits = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+    if (existing.isFile() && (!existing.isWritable() || !(existing.permissions() & writeBits))) {
+        result.message = SaveErrorMessage();
+        result.detail = ReadOnlyDetail(QDir::toNativeSeparators(FileName));
+        return result;
+    }
     const QByteArray bytes = MapBytes(Document, FileName);
     QSaveFile file(FileName);
     // Unbuffered, so that a short write (disk full) shows in write()'s count: a buffered
     // flush does not report it and commit() would keep the truncated file.
+    // The new file takes the old one's mode before it replaces it.
+    errno = 0;
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        (existing.isFile() && !file.setPermissions(existing.permissions())) ||
         file.write(bytes) != bytes.size() || !file.commit()) {
+        // The system's own words: a short write leaves only "Unknown error" in the device.
+        const int cause = errno;
+        result.detail = cause != 0 ? qt_error_string(cause) : file.errorString();
         file.cancelWriting();
         result.message = SaveErrorMessage();
         return result;

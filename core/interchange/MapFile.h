@@ -17,17 +17,21 @@ public:
         bool ok = false;
         // Filled only when ok; nothing half-read ever reaches the caller.
         MapDocument document;
-        // The document's file name: the path stored in the file, or the path it was
-        // opened from when the stored folder does not exist here.
+        // The document's file name: the absolute path it was opened from (line 2 of the
+        // file is only a record of where it was last saved).
         QString fileName;
         // Messages for the user, in order, when !ok.
         QStringList messages;
+        // Why, when it is known: shown beside the last message.
+        QString detail;
     };
 
     struct WriteResult
     {
         bool ok = false;
         QString message;
+        // Why, shown beside the message: the system's error text or the read-only file.
+        QString detail;
     };
 
     static QString PictureNotFoundMessage() { return QStringLiteral("Image for map not found."); }
@@ -36,6 +40,17 @@ public:
     {
         return QStringLiteral("There was an error while trying to save the file.");
     }
+    static QString ReadOnlyDetail(const QString& FileName)
+    {
+        return QStringLiteral("\"%1\" is read-only.").arg(FileName);
+    }
+    static QString TooManyShapesDetail()
+    {
+        return QStringLiteral("A map holds at most 32,768 shapes.");
+    }
+    // The zoom levels a map file may hold.
+    static constexpr double LeastZoom = 0.01;
+    static constexpr double GreatestZoom = 100.0;
 
     // Reads FileNameToOpen; shapes are bound to Surface at the file's zoom.
     // Loads the picture into OrigPic (looked for beside the map file too).
@@ -44,7 +59,8 @@ public:
     // it decides where else the picture is looked for and the fallback file name).
     static ReadResult ReadMap(const QByteArray& Bytes, const QString& FileNameToOpen,
                               ShapeSurface* Surface = nullptr);
-    // Writes the document atomically; a failed save leaves any previous file whole.
+    // Writes the document atomically; a failed save leaves any previous file whole. The
+    // new file keeps the old one's permissions; a read-only file is refused.
     // FileName is also what line 2 records.
     static WriteResult SaveMap(const MapDocument& Document, const QString& FileName);
     // The exact text SaveMap writes, before encoding.

@@ -12,6 +12,7 @@ NewMap::Result NewMap::FromPicture(const QString& PicturePath)
     PictureLoader::Result picture = PictureLoader::Load(PicturePath);
     if (!picture.ok) {
         result.message = picture.message;
+        result.detail = picture.detail;
         return result;
     }
     SetPicture(result.document, picture.image, PicturePath);

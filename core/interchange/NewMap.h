@@ -16,6 +16,7 @@ public:
         MapDocument document;
         // For the user when !ok.
         QString message;
+        QString detail; // why, shown beside the message
     };
 
     // Loads the picture at PicturePath; a picture that cannot be read makes no map.

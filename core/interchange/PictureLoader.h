@@ -13,6 +13,8 @@ public:
         QImage image;
         // For the user when !ok; names the file.
         QString message;
+        // Why it cannot be loaded, shown beside the message.
+        QString detail;
     };
 
     static Result Load(const QString& Path);

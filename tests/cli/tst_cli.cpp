@@ -6,9 +6,11 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -86,6 +88,31 @@ void TestCli::initTestCase()
     m_map.BringToTop(2);
     m_map.BringToTop(1); // order 1, 2, 0
     QVERIFY(MapFile::SaveMap(m_map, Path("map.imp")).ok);
+
+    // For the causes added beside generic messages.
+    QVERIFY(MapFile::SaveMap(m_map, Path("locked.imp")).ok);
+    QVERIFY(QFile::setPermissions(Path("locked.imp"), QFile::ReadOwner | QFile::ReadGroup));
+    QByteArray tooMany = ReadFile(Path("map.imp"));
+    tooMany.replace("\r\n 2 \r\n 1 \r\n", "\r\n 32768 \r\n 1 \r\n");
+    QFile many(Path("many.imp"));
+    QVERIFY(many.open(QIODevice::WriteOnly) && many.write(tooMany) == tooMany.size());
+    many.close();
+    QFile areas(Path("areas.html"));
+    QVERIFY(areas.open(QIODevice::WriteOnly));
+    areas.write("<map name=\"x\">\n");
+    for (int i = 0; i < 32769; ++i)
+        areas.write("<area shape=\"rect\" coords=\"1,1,5,5\" href=\"a\">\n");
+    areas.write("</map>");
+    areas.close();
+    // A picture of 30000 x 30000 pixels, all black, as a 69-byte PNG file.
+    const QByteArray png(
+        "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x75\x30"
+        "\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed\x00\x00\x00\x0c\x49\x44\x41"
+        "\x54\x78\x9c\x63\x60\xa0\x3d\x00\x00\x00\x64\x00\x01\x86\x64\x3c\x35\x00\x00\x00"
+        "\x00\x49\x45\x4e\x44\xae\x42\x60\x82",
+        69);
+    QFile big(Path("big.png"));
+    QVERIFY(big.open(QIODevice::WriteOnly) && big.write(png) == png.size());
 }
 
 void TestCli::failures_data()
@@ -105,7 +132,28 @@ void TestCli::failures_data()
         << QStringList{"dump", "pic.png"} << 1 << QByteArray("Error, map cannot be loaded.\n");
     QTest::newRow("save into a missing folder")
         << QStringList{"save", "map.imp", "-o", "no/such/out.imp"} << 1
-        << QByteArray("There was an error while trying to save the file.\n");
+        << QByteArray("There was an error while trying to save the file.\n"
+                      "No such file or directory\n");
+    // The generic message stays as it is; the cause follows on a line of its own.
+    QTest::newRow("save over a read-only map")
+        << QStringList{"save", "map.imp", "-o", "locked.imp"} << 1
+        << ("There was an error while trying to save the file.\n\"" + Path("locked.imp").toUtf8() +
+            "\" is read-only.\n");
+    QTest::newRow("dump of a map with 32,769 shapes")
+        << QStringList{"dump", "many.imp"} << 1
+        << QByteArray("Error, map cannot be loaded.\nA map holds at most 32,768 shapes.\n");
+    QTest::newRow("import of 32,769 areas")
+        << QStringList{"import", "areas.html", "--into", "map.imp", "-o", "out.imp"} << 1
+        << QByteArray("There was an error, please check the HTML code you paste in.\n"
+                      "A map holds at most 32,768 shapes.\n");
+    QTest::newRow("new from a picture too large to load")
+        << QStringList{"new", "big.png", "-o", "out.imp"} << 1
+        << ("The picture \"big.png\" cannot be loaded.\nThe picture is 30,000 \xc3\x97 30,000 "
+            "pixels; this program loads pictures of up to " +
+            QLocale(QLocale::English)
+                .toString(qint64(QImageReader::allocationLimit()) * 1024 * 1024 / 4)
+                .toUtf8() +
+            " pixels.\n");
     QTest::newRow("import of a missing code file")
         << QStringList{"import", "none.html", "--into", "map.imp", "-o", "out.imp"} << 1
         << QByteArray("There was an error while trying to load the file.\n");
@@ -114,7 +162,7 @@ void TestCli::failures_data()
         << QByteArray("Map tag not found.\n");
     QTest::newRow("new from what is no picture")
         << QStringList{"new", "map.imp", "-o", "out.imp"} << 1
-        << QByteArray("The picture \"map.imp\" cannot be loaded.\n");
+        << QByteArray("The picture \"map.imp\" cannot be loaded.\nUnsupported image format\n");
 }
 
 void TestCli::failures()

@@ -16,6 +16,7 @@ public:
     {
         QString text;
         Icon icon;
+        QString detail;
     };
 
     QList<Shown> messages;
@@ -30,7 +31,14 @@ public:
     QQueue<std::optional<QString>> promptAnswers;
     bool desktopOpens = true;
 
-    void Message(const QString& Text, Icon TheIcon) override { messages.append({Text, TheIcon}); }
+    void Message(const QString& Text, Icon TheIcon) override
+    {
+        messages.append({Text, TheIcon, {}});
+    }
+    void DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail) override
+    {
+        messages.append({Text, TheIcon, Detail});
+    }
     bool Question(const QString& Text) override
     {
         questions.append(Text);

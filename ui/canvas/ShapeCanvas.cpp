@@ -175,8 +175,9 @@ void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
         const double W = m_document.SWidth * NewZoomLevel;
         const double H = m_document.SHeight * NewZoomLevel;
         // Rescale the shapes first: an overflow then leaves the view as it was.
-        for (std::int16_t i = 0; i <= m_document.ItemCount(); ++i)
-            m_document.Shape(i).ResetPointsToZoom(NewZoomLevel);
+        // A wider counter: index 32767 is a valid shape and a 16-bit one would wrap.
+        for (int i = 0; i <= m_document.ItemCount(); ++i)
+            m_document.Shape(static_cast<std::int16_t>(i)).ResetPointsToZoom(NewZoomLevel);
         ResizeSurface(W, H);
         m_zooming = true;
         bool hShown = false;
@@ -385,8 +386,11 @@ bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
 {
     MapFile::ReadResult result = MapFile::OpenMapFile(FileNameToOpen, m_canvas);
     if (!result.ok) {
-        for (const QString& message : result.messages)
-            m_host.Dialogs().Message(message, ModalUi::Icon::Critical);
+        // The cause, when known, goes with the last message.
+        for (qsizetype i = 0; i < result.messages.size(); ++i)
+            m_host.Dialogs().DetailedMessage(result.messages[i], ModalUi::Icon::Critical,
+                                             i + 1 == result.messages.size() ? result.detail
+                                                                             : QString());
         return false;
     }
     m_document = std::move(result.document);
@@ -408,7 +412,7 @@ void ShapeCanvas::SaveMap()
     }
     const MapFile::WriteResult result = MapFile::SaveMap(m_document, name);
     if (!result.ok) {
-        m_host.Dialogs().Message(result.message, ModalUi::Icon::Critical);
+        m_host.Dialogs().DetailedMessage(result.message, ModalUi::Icon::Critical, result.detail);
         return;
     }
     m_fileName = name;

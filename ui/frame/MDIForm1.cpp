@@ -156,7 +156,7 @@ ShapeCanvas* MDIForm1::NewMapFromPicture(const QString& Path)
 {
     const PictureLoader::Result picture = PictureLoader::Load(Path);
     if (!picture.ok) {
-        m_ui.Message(picture.message, ModalUi::Icon::Critical);
+        m_ui.DetailedMessage(picture.message, ModalUi::Icon::Critical, picture.detail);
         return nullptr;
     }
     ShapeCanvas* map = AddMapWindow();

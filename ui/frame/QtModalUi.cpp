@@ -25,8 +25,14 @@ bool Ask(QWidget* parent, const QString& text, QMessageBox::Icon icon)
 
 void QtModalUi::Message(const QString& Text, Icon TheIcon)
 {
+    DetailedMessage(Text, TheIcon, QString());
+}
+
+void QtModalUi::DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail)
+{
     QMessageBox box(TheIcon == Icon::Critical ? QMessageBox::Critical : QMessageBox::Information,
                     Title, Text, QMessageBox::Ok, m_parent);
+    box.setInformativeText(Detail);
     box.exec();
 }
 

@@ -13,6 +13,7 @@ public:
     void SetParent(QWidget* Parent) { m_parent = Parent; }
 
     void Message(const QString& Text, Icon TheIcon) override;
+    void DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail) override;
     bool Question(const QString& Text) override;
     bool CriticalQuestion(const QString& Text) override;
     QString AskForPicture() override;

@@ -8,7 +8,7 @@ bool MapImport::Generate(const QString& Text, ShapeCanvas& Map, ModalUi& Ui)
 {
     const HtmlImporter::Result result = HtmlImporter::Convert(Text, Map.Document());
     if (!result.ok) {
-        Ui.Message(result.message, ModalUi::Icon::Critical);
+        Ui.DetailedMessage(result.message, ModalUi::Icon::Critical, result.detail);
         return false;
     }
     Map.SetZoomLevel(Map.Document().ZoomLevel);

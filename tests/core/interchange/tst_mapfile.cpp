@@ -89,6 +89,7 @@ private slots:
     void textEncodings_data();
     void textEncodings();
     void failedSaveLeavesPreviousFileWhole();
+    void saveKeepsPermissionsAndSparesReadOnlyFiles();
 
 private:
     MapDocument Local() const { return SettingsDocument(m_dir.path() + QLatin1Char('/')); }
@@ -193,6 +194,9 @@ void TestMapFile::refusesBrokenFiles_data()
     QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot;
     QTest::newRow("huge shape count in a short file") << with(22, " 32767 ") << cannot;
     QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot;
+    // Zoom levels no command can set: a view past the 32-bit range or of no size at all.
+    QTest::newRow("zoom 7.7E+80") << with(12, "7.7E+80") << cannot;
+    QTest::newRow("zoom 1E-300") << with(12, "1E-300") << cannot;
     QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
     QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
     // The picture is looked for right after its name; a later fault adds nothing.
@@ -213,20 +217,16 @@ void TestMapFile::refusesBrokenFiles()
 void TestMapFile::findsMovedPictureBesideTheMap_data()
 {
     QTest::addColumn<QString>("imagePath");
-    // Line 2 is kept as the map's name only while its folder exists.
     QTest::addColumn<QString>("stored");
-    QTest::addColumn<bool>("keepsStored");
-    QTest::newRow("folder that is gone")
-        << m_dir.filePath("gone/") << m_dir.filePath("x.imp") << true;
-    QTest::newRow("no folder") << QString() << QString("harbour.imp") << false;
-    QTest::newRow("relative folder") << QString("./") << QString() << false;
+    QTest::newRow("folder that is gone") << m_dir.filePath("gone/") << m_dir.filePath("x.imp");
+    QTest::newRow("no folder") << QString() << QString("harbour.imp");
+    QTest::newRow("relative folder") << QString("./") << QString();
 }
 
 void TestMapFile::findsMovedPictureBesideTheMap()
 {
     QFETCH(QString, imagePath);
     QFETCH(QString, stored);
-    QFETCH(bool, keepsStored);
     QTemporaryDir moved;
     QVERIFY(QFile::copy(m_dir.filePath("pic.png"), moved.filePath("beside.png")));
     QStringList lines = ValidLines();
@@ -244,7 +244,9 @@ void TestMapFile::findsMovedPictureBesideTheMap()
     QCOMPARE(read.document.ImagePath, QDir::toNativeSeparators(moved.path()) + QDir::separator());
     QCOMPARE(read.document.ImageName, QStringLiteral("beside.png"));
     QCOMPARE(read.document.OrigPic.size(), QSize(8, 6));
-    QCOMPARE(read.fileName, keepsStored ? stored : moved.filePath(QStringLiteral("moved.imp")));
+    // The map is the file it was opened from, whatever line 2 says: a copy saved after
+    // editing must never overwrite its original.
+    QCOMPARE(read.fileName, moved.filePath(QStringLiteral("moved.imp")));
 }
 
 void TestMapFile::textEncodings_data()
@@ -299,8 +301,40 @@ void TestMapFile::failedSaveLeavesPreviousFileWhole()
     }
     QVERIFY(!saved.ok);
     QCOMPARE(saved.message, QStringLiteral("There was an error while trying to save the file."));
+    // The cause comes beside the message, in the system's words.
+    QCOMPARE(saved.detail, QStringLiteral("File too large"));
     QCOMPARE(ReadFile(path), previous);
     QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files), QStringList{"whole.imp"});
+}
+
+void TestMapFile::saveKeepsPermissionsAndSparesReadOnlyFiles()
+{
+    // The owner's, group's and others' bits; the "user" bits only say what we may do.
+    const auto modeOf = [](const QString& path) {
+        return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    };
+    const MapDocument doc = SettingsDocument();
+    const QString shared = m_dir.filePath(QStringLiteral("shared.imp"));
+    QVERIFY(WriteFile(shared, "old"));
+    const QFile::Permissions ownerAndGroup =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+    QVERIFY(QFile::setPermissions(shared, ownerAndGroup));
+    QVERIFY(MapFile::SaveMap(doc, shared).ok);
+    QCOMPARE(ReadFile(shared), MapFile::MapBytes(doc, shared));
+    QCOMPARE(modeOf(shared), ownerAndGroup);
+
+    // Read-only is refused, for root too, and the file stays as it was.
+    const QString locked = m_dir.filePath(QStringLiteral("locked.imp"));
+    QVERIFY(WriteFile(locked, "old"));
+    const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+    QVERIFY(QFile::setPermissions(locked, readOnly));
+    const MapFile::WriteResult refused = MapFile::SaveMap(doc, locked);
+    QVERIFY(!refused.ok);
+    QCOMPARE(refused.message, QStringLiteral("There was an error while trying to save the file."));
+    QCOMPARE(refused.detail, QStringLiteral("\"%1\" is read-only.").arg(locked));
+    QCOMPARE(ReadFile(locked), QByteArray("old"));
+    QCOMPARE(modeOf(locked), readOnly);
+    QCOMPARE(QDir(m_dir.path()).entryList({"locked.imp*"}, QDir::Files), QStringList{"locked.imp"});
 }
 
 QTEST_GUILESS_MAIN(TestMapFile)
