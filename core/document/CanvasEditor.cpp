@@ -3,6 +3,8 @@
 #include "core/base/Numeric.h"
 #include "core/document/CanvasGrid.h"
 #include "core/document/MapDocument.h"
+#include "core/document/PolygonKeys.h"
+#include "core/document/ShapeStepper.h"
 #include "core/shape/ShapeSurface.h"
 
 #include <Qt>
@@ -199,6 +201,12 @@ int CanvasEditor::DoubleClickTab() const
 
 void CanvasEditor::KeyDown(int Key)
 {
+    if (PolygonKeys::KeyDown(m_document, Key))
+        return;
+    if (Key == Qt::Key_Tab || Key == Qt::Key_Backtab) {
+        ShapeStepper::Step(m_document, Key == Qt::Key_Tab);
+        return;
+    }
     if (m_document.PolygonInProgress || m_document.ItemCount() == -1)
         return;
     if (Key == Qt::Key_Delete) {

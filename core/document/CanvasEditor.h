@@ -23,7 +23,8 @@ public:
     // The properties tab a double click opens (1 the map, 2.. the shapes, last the
     // default area); 0 while a polygon is being built, when it is ignored.
     int DoubleClickTab() const;
-    // Qt key codes: Delete and the four arrows; anything else is ignored.
+    // Qt key codes: Delete and the four arrows; Escape, Backspace and Enter while a
+    // polygon is drawn; Tab and Backtab step through the shapes. Others are ignored.
     void KeyDown(int Key);
 
     // Where a body was grabbed, in whole grid steps from the shape's top-left corner.

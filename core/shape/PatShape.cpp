@@ -162,6 +162,30 @@ void PatShape::SetPoint(std::int16_t Index, std::int32_t x, std::int32_t y)
     m_points[static_cast<std::size_t>(Index)] = {x, y};
 }
 
+void PatShape::InsertPoint(std::int16_t Index, std::int32_t x, std::int32_t y)
+{
+    if (Index < 0 || static_cast<std::size_t>(Index) > m_points.size())
+        throw IndexOutOfRangeError();
+    const std::int16_t count = ToInt16(static_cast<std::int64_t>(m_points.size()) + 1);
+    Invalidate(PaintBounds());
+    m_points.insert(m_points.begin() + Index, ShapePoint{x, y});
+    m_pointCount = count;
+    DrawShape();
+}
+
+void PatShape::RemovePoint(std::int16_t Index)
+{
+    CheckIndex(Index);
+    Invalidate(PaintBounds());
+    // The rubber band of a polygon being built starts at the last vertex.
+    if (!ShapeBuildingFinished)
+        Invalidate(BoundingRect({m_points.back(), {m_lastLineX, m_lastLineY}}, true));
+    m_points.erase(m_points.begin() + Index);
+    m_pointCount = static_cast<std::int16_t>(m_points.size());
+    DrawShape();
+    RepaintNow();
+}
+
 void PatShape::GetPoint(std::int16_t Index, std::int32_t& x, std::int32_t& y) const
 {
     const ShapePoint p = GetPoint(Index);

@@ -40,6 +40,10 @@ public:
     // Sizes the points to indices 0..PCount, all (0, 0).
     void ResetPoints(std::int16_t PCount);
     void SetPoint(std::int16_t Index, std::int32_t x, std::int32_t y);
+    // A vertex more before Index (Index = count appends), or one fewer; both repaint
+    // the shape. Throws IndexOutOfRangeError for a bad index, OverflowError past 32,767.
+    void InsertPoint(std::int16_t Index, std::int32_t x, std::int32_t y);
+    void RemovePoint(std::int16_t Index);
     void GetPoint(std::int16_t Index, std::int32_t& x, std::int32_t& y) const;
     ShapePoint GetPoint(std::int16_t Index) const;
     void SetOpenGeneralInfo(ShapeSurface* ThePicBox, double NewZoomLevel);

@@ -67,9 +67,27 @@ void CanvasSurface::paintEvent(QPaintEvent* event)
     Render(painter, event->region());
 }
 
+bool CanvasSurface::event(QEvent* event)
+{
+    // Tab steps through the shapes here instead of moving the focus on.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) &&
+            !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+            keyPressEvent(key);
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
 void CanvasSurface::mousePressEvent(QMouseEvent* event)
 {
     setFocus(Qt::MouseFocusReason);
+    if (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier)) {
+        emit ControlPressed(event->position(), event->globalPosition().toPoint());
+        return;
+    }
     emit Pressed(event->position(), event->globalPosition().toPoint());
 }
 
@@ -90,7 +108,11 @@ void CanvasSurface::mouseDoubleClickEvent(QMouseEvent*)
 
 void CanvasSurface::keyPressEvent(QKeyEvent* event)
 {
-    emit KeyPressed(event->key());
+    // Some platforms send Shift+Tab as Tab with Shift held.
+    if (event->key() == Qt::Key_Tab && (event->modifiers() & Qt::ShiftModifier))
+        emit KeyPressed(Qt::Key_Backtab);
+    else
+        emit KeyPressed(event->key());
     event->accept();
 }
 

@@ -34,6 +34,8 @@ public:
 
 signals:
     void Pressed(QPointF Position, QPoint GlobalPosition);
+    // A left press with Ctrl held: vertex editing, before the ordinary press.
+    void ControlPressed(QPointF Position, QPoint GlobalPosition);
     void Moved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons);
     void Released(QPointF Position, QPoint GlobalPosition);
     void DoubleClicked();
@@ -42,6 +44,7 @@ signals:
     void Resized();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -10,6 +10,7 @@
 #include "core/document/OpenMapCount.h"
 #include "core/document/PointerArea.h"
 #include "core/document/ScrollBarRange.h"
+#include "core/document/VertexEditor.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
@@ -77,6 +78,7 @@ void ShapeCanvas::BuildChildren()
 
     m_pointer = std::make_unique<PointerConfinement>(*m_holdPicbox, *m_canvas);
     connect(m_canvas, &CanvasSurface::Pressed, this, &ShapeCanvas::OnPressed);
+    connect(m_canvas, &CanvasSurface::ControlPressed, this, &ShapeCanvas::OnControlPressed);
     connect(m_canvas, &CanvasSurface::Moved, this, &ShapeCanvas::OnMoved);
     connect(m_canvas, &CanvasSurface::Released, this, &ShapeCanvas::OnReleased);
     connect(m_canvas, &CanvasSurface::DoubleClicked, this, &ShapeCanvas::OnDoubleClicked);
@@ -299,6 +301,21 @@ void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
     });
 }
 
+void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
+{
+    VertexEditor::Outcome outcome = VertexEditor::Outcome::NotOnPolygon;
+    Guarded([&] {
+        const QPointF p = m_pointer->Start(Position, GlobalPosition);
+        outcome = VertexEditor::Edit(m_document, RoundToInt32(p.x()), RoundToInt32(p.y()));
+    });
+    if (outcome == VertexEditor::Outcome::TooFewVertices) {
+        m_pointer->ReleaseAll();
+        m_host.Dialogs().Message(VertexEditor::TooFewVerticesMessage(), ModalUi::Icon::Critical);
+    } else if (outcome == VertexEditor::Outcome::NotOnPolygon) {
+        OnPressed(Position, GlobalPosition);
+    }
+}
+
 void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
 {
     Guarded([&] {
@@ -356,7 +373,11 @@ bool ShapeCanvas::event(QEvent* event)
 
 void ShapeCanvas::OnKeyPressed(int Key)
 {
+    const bool building = m_document.PolygonInProgress;
     Guarded([&] { m_editor.KeyDown(Key); });
+    // A polygon closed or abandoned from the keyboard frees the pointer as a click would.
+    if (building && !m_document.PolygonInProgress)
+        m_pointer->End();
 }
 
 // ---- lifecycle ---------------------------------------------------------------------

@@ -105,6 +105,7 @@ private:
     void ResizeSurface(double Width, double Height);
     void RebuildBuffer();
     void OnPressed(QPointF Position, QPoint GlobalPosition);
+    void OnControlPressed(QPointF Position, QPoint GlobalPosition);
     void OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons);
     void OnReleased(QPointF Position, QPoint GlobalPosition);
     void OnDoubleClicked();
