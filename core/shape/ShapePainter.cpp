@@ -64,11 +64,31 @@ void ShapePainter::ReDrawShape(QPainter& painter, const PatShape& shape, HandleS
 
 void ShapePainter::DrawHandles(QPainter& painter, const PatShape& shape, HandleSprites* Sprites)
 {
+    // A view scale enlarges the picture, not the handles: they are drawn unscaled at
+    // the place their vertex is shown.
+    const QTransform view = painter.transform();
+    if (view.type() == QTransform::TxScale) {
+        painter.save();
+        painter.resetTransform();
+        DrawHandlesAt(painter, shape, Sprites, [&view](const ShapePoint& p) {
+            const QPointF shown = view.map(QPointF(p.x, p.y));
+            return ShapePoint{qRound(shown.x()), qRound(shown.y())};
+        });
+        painter.restore();
+        return;
+    }
+    DrawHandlesAt(painter, shape, Sprites, [](const ShapePoint& p) { return p; });
+}
+
+template <class Place>
+void ShapePainter::DrawHandlesAt(QPainter& painter, const PatShape& shape, HandleSprites* Sprites,
+                                 Place&& place)
+{
     // Pictures land on whole pixels only without scaling or rotation.
     if (Sprites != nullptr && painter.transform().type() == QTransform::TxNone) {
         const QImage& sprite = Sprites->For(ToQColor(shape.ShapeColor));
         for (const ShapePoint& p : shape.Points()) {
-            const ShapeRect h = PatShape::HandleRect(p);
+            const ShapeRect h = PatShape::HandleRect(place(p));
             painter.drawImage(h.left, h.top, sprite);
         }
         return;
@@ -78,7 +98,7 @@ void ShapePainter::DrawHandles(QPainter& painter, const PatShape& shape, HandleS
     painter.setPen(QPen(Qt::white, 0));
     painter.setBrush(ToQColor(shape.ShapeColor));
     for (const ShapePoint& p : shape.Points()) {
-        const ShapeRect h = PatShape::HandleRect(p);
+        const ShapeRect h = PatShape::HandleRect(place(p));
         painter.drawEllipse(h.left, h.top, h.right - h.left, h.bottom - h.top);
     }
     painter.restore();

@@ -22,4 +22,10 @@ public:
                             HandleSprites* Sprites = nullptr);
     // The rubber-band line of a polygon under construction, if one is showing.
     static void DrawRubberBand(QPainter& painter, const PatShape& shape);
+
+private:
+    // Handles centred on place(vertex), in the painter's current coordinates.
+    template <class Place>
+    static void DrawHandlesAt(QPainter& painter, const PatShape& shape, HandleSprites* Sprites,
+                              Place&& place);
 };

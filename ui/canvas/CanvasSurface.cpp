@@ -28,24 +28,37 @@ void CanvasSurface::Render(QPainter& painter, const QRegion& Region) const
     MapPainter::Paint(painter, m_document, m_background, Region);
 }
 
+bool CanvasSurface::SetViewScale(double Factor)
+{
+    if (!m_view.SetFactor(Factor))
+        return false;
+    InvalidateAll();
+    RepaintNow();
+    return true;
+}
+
 void CanvasSurface::InvalidateRect(const ShapeRect& rect)
 {
-    m_pending += rect.toQRect();
+    m_pending += m_view.ToScreen(rect.toQRect());
 }
 
 void CanvasSurface::InvalidateRegion(const QRegion& region)
 {
-    m_pending += region;
+    m_pending += m_view.ToScreen(region);
 }
 
+// Scaled, a validated area no longer covers whole screen pixels; repainting a little
+// more is harmless, so only the unscaled view validates.
 void CanvasSurface::ValidateRect(const ShapeRect& rect)
 {
-    m_pending -= rect.toQRect();
+    if (m_view.IsIdentity())
+        m_pending -= rect.toQRect();
 }
 
 void CanvasSurface::ValidateRegion(const QRegion& region)
 {
-    m_pending -= region;
+    if (m_view.IsIdentity())
+        m_pending -= region;
 }
 
 void CanvasSurface::InvalidateAll()
@@ -64,7 +77,15 @@ void CanvasSurface::RepaintNow()
 void CanvasSurface::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    Render(painter, event->region());
+    if (m_view.IsIdentity()) {
+        Render(painter, event->region());
+        return;
+    }
+    // Outlines use cosmetic pens and handles are drawn at screen size, so only the
+    // picture itself grows or shrinks.
+    painter.scale(m_view.Factor(), m_view.Factor());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_view.Factor() < 1.0);
+    Render(painter, m_view.ToDocument(event->region()));
 }
 
 bool CanvasSurface::event(QEvent* event)
@@ -84,6 +105,12 @@ bool CanvasSurface::event(QEvent* event)
 void CanvasSurface::mousePressEvent(QMouseEvent* event)
 {
     setFocus(Qt::MouseFocusReason);
+    if (m_spaceHeld) {
+        m_panning = true;
+        m_panFrom = event->globalPosition().toPoint();
+        setCursor(Qt::ClosedHandCursor);
+        return;
+    }
     if (event->button() == Qt::LeftButton && (event->modifiers() & Qt::ControlModifier)) {
         emit ControlPressed(event->position(), event->globalPosition().toPoint());
         return;
@@ -93,27 +120,65 @@ void CanvasSurface::mousePressEvent(QMouseEvent* event)
 
 void CanvasSurface::mouseMoveEvent(QMouseEvent* event)
 {
+    if (m_panning) {
+        const QPoint now = event->globalPosition().toPoint();
+        emit Panned(m_panFrom - now);
+        m_panFrom = now;
+        return;
+    }
     emit Moved(event->position(), event->globalPosition().toPoint(), event->buttons());
 }
 
 void CanvasSurface::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (m_panning) {
+        m_panning = false;
+        setCursor(m_spaceHeld ? Qt::OpenHandCursor : Qt::ArrowCursor);
+        return;
+    }
     emit Released(event->position(), event->globalPosition().toPoint());
 }
 
 void CanvasSurface::mouseDoubleClickEvent(QMouseEvent*)
 {
+    if (m_spaceHeld)
+        return;
     emit DoubleClicked();
 }
 
 void CanvasSurface::keyPressEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        m_spaceHeld = true;
+        if (!m_panning)
+            setCursor(Qt::OpenHandCursor);
+    }
     // Some platforms send Shift+Tab as Tab with Shift held.
     if (event->key() == Qt::Key_Tab && (event->modifiers() & Qt::ShiftModifier))
         emit KeyPressed(Qt::Key_Backtab);
     else
         emit KeyPressed(event->key());
     event->accept();
+}
+
+void CanvasSurface::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat())
+        EndSpacePan();
+    QWidget::keyReleaseEvent(event);
+}
+
+void CanvasSurface::focusOutEvent(QFocusEvent* event)
+{
+    EndSpacePan();
+    QWidget::focusOutEvent(event);
+}
+
+void CanvasSurface::EndSpacePan()
+{
+    m_spaceHeld = false;
+    m_panning = false;
+    unsetCursor();
 }
 
 void CanvasSurface::resizeEvent(QResizeEvent* event)

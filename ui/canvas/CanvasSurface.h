@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/document/ViewScale.h"
 #include "core/shape/ShapeSurface.h"
 
 #include <QImage>
@@ -20,7 +21,13 @@ public:
     // The zoomed picture (with any grid); everything is repainted.
     void SetBackground(const QImage& Picture);
     const QImage& Background() const { return m_background; }
-    // What is waiting to be repainted.
+    // The view scale: the widget shows the document surface this much larger. Shapes
+    // still report areas in document pixels; positions in the signals are widget pixels.
+    const ViewScale& View() const { return m_view; }
+    // False when the factor stays as it was; otherwise everything is repainted.
+    bool SetViewScale(double Factor);
+    QPointF ToDocument(QPointF Position) const { return m_view.ToDocument(Position); }
+    // What is waiting to be repainted, in widget pixels.
     const QRegion& PendingRegion() const { return m_pending; }
     // Paints Region of the surface into painter, as a paint event does.
     void Render(QPainter& painter, const QRegion& Region) const;
@@ -41,6 +48,8 @@ signals:
     void DoubleClicked();
     void KeyPressed(int Key);
     void PointerLeft();
+    // Space held and the pointer dragged: the view should move by Delta screen pixels.
+    void Panned(QPoint Delta);
     void Resized();
 
 protected:
@@ -51,6 +60,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
@@ -58,4 +69,10 @@ private:
     const MapDocument& m_document;
     QImage m_background;
     QRegion m_pending;
+    ViewScale m_view;
+    bool m_spaceHeld = false;
+    bool m_panning = false;
+    QPoint m_panFrom;
+
+    void EndSpacePan();
 };

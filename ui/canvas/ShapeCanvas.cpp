@@ -24,6 +24,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
+#include <QWheelEvent>
+#include <cmath>
 
 ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     : QWidget(parent), m_host(Host), m_editor(m_document)
@@ -85,6 +87,8 @@ void ShapeCanvas::BuildChildren()
     connect(m_canvas, &CanvasSurface::KeyPressed, this, &ShapeCanvas::OnKeyPressed);
     connect(m_canvas, &CanvasSurface::PointerLeft, this, &ShapeCanvas::OnPointerLeft);
     connect(m_canvas, &CanvasSurface::Resized, this, [this] { SetPicSize(); });
+    connect(m_canvas, &CanvasSurface::Panned, this,
+            [this](QPoint Delta) { ScrollBy(Delta.x(), Delta.y()); });
     connect(m_hScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnHScroll);
     connect(m_vScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnVScroll);
     connect(m_hScroll, &QScrollBar::valueChanged, this, &ShapeCanvas::OnHChange);
@@ -167,8 +171,15 @@ void ShapeCanvas::ResizeSurface(double Width, double Height)
 {
     const int w = RoundToInt32(Width);
     const int h = RoundToInt32(Height);
-    m_canvas->resize(w, h);
     m_holdImage->ResizeBuffer(w, h);
+    ScaleSurface();
+}
+
+void ShapeCanvas::ScaleSurface()
+{
+    const QSize buffer = m_holdImage->Image().size();
+    m_canvas->resize(m_canvas->View().ScreenLength(buffer.width()),
+                     m_canvas->View().ScreenLength(buffer.height()));
 }
 
 void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
@@ -281,6 +292,121 @@ void ShapeCanvas::resizeEvent(QResizeEvent* event)
     SetPicSize();
 }
 
+// ---- view scale --------------------------------------------------------------------
+
+double ShapeCanvas::ViewScaleFactor() const
+{
+    return m_canvas->View().Factor();
+}
+
+void ShapeCanvas::SetViewScale(double Factor)
+{
+    SetViewScaleAt(Factor, QPointF(m_holdPicbox->width() / 2.0, m_holdPicbox->height() / 2.0));
+}
+
+void ShapeCanvas::SetViewScaleAt(double Factor, QPointF Anchor)
+{
+    const double old = m_canvas->View().Factor();
+    const QPointF document = (Anchor - QPointF(m_canvas->pos())) / old;
+    if (!m_canvas->SetViewScale(Factor))
+        return;
+    const double now = m_canvas->View().Factor();
+    m_zooming = true;
+    ScaleSurface();
+    SetPicSize();
+    m_zooming = false;
+    ScrollTo(
+        static_cast<int>(std::lround(ViewScale::AnchoredOffset(document.x(), now, Anchor.x()))),
+        static_cast<int>(std::lround(ViewScale::AnchoredOffset(document.y(), now, Anchor.y()))));
+    emit ViewScaleChanged();
+}
+
+void ShapeCanvas::ZoomViewIn()
+{
+    SetViewScale(ViewScale::StepIn(ViewScaleFactor()));
+}
+
+void ShapeCanvas::ZoomViewOut()
+{
+    SetViewScale(ViewScale::StepOut(ViewScaleFactor()));
+}
+
+void ShapeCanvas::ActualSize()
+{
+    SetViewScale(1.0);
+}
+
+void ShapeCanvas::FitToWindow()
+{
+    // The viewport less the margin the pointer area keeps on the right and at the bottom.
+    const QSizeF viewport(m_holdPicbox->width() - 4, m_holdPicbox->height() - 4);
+    SetViewScale(ViewScale::Fit(m_holdImage->Image().size(), viewport));
+    ScrollTo(0, 0);
+}
+
+void ShapeCanvas::ScrollTo(int H, int V)
+{
+    // A hidden bar means the picture fits along that axis: it sits at the edge.
+    if (m_hScroll->isVisible()) {
+        m_hScroll->setValue(H);
+        OnHScroll(m_hScroll->value());
+    } else {
+        m_canvas->move(0, m_canvas->y());
+    }
+    if (m_vScroll->isVisible()) {
+        m_vScroll->setValue(V);
+        OnVScroll(m_vScroll->value());
+    } else {
+        m_canvas->move(m_canvas->x(), 0);
+    }
+}
+
+void ShapeCanvas::ScrollBy(int Dx, int Dy)
+{
+    ScrollTo(m_hScroll->value() + Dx, m_vScroll->value() + Dy);
+}
+
+void ShapeCanvas::EnsureVisible(const QRect& DocumentRect)
+{
+    const QRect wanted = m_canvas->View().ToScreen(DocumentRect);
+    const QRect shown(-m_canvas->pos(), m_holdPicbox->size());
+    int h = shown.left();
+    int v = shown.top();
+    if (wanted.left() < shown.left() || wanted.right() > shown.right())
+        h = wanted.width() > shown.width() ? wanted.left()
+                                           : wanted.center().x() - shown.width() / 2;
+    if (wanted.top() < shown.top() || wanted.bottom() > shown.bottom())
+        v = wanted.height() > shown.height() ? wanted.top()
+                                             : wanted.center().y() - shown.height() / 2;
+    ScrollTo(h, v);
+}
+
+void ShapeCanvas::wheelEvent(QWheelEvent* event)
+{
+    const QPoint delta = event->angleDelta();
+    if (event->modifiers() & Qt::ControlModifier) {
+        const int notches = delta.y() != 0 ? delta.y() : delta.x();
+        if (notches == 0)
+            return;
+        const QPointF anchor = m_holdPicbox->mapFrom(this, event->position());
+        SetViewScaleAt(notches > 0 ? ViewScale::StepIn(ViewScaleFactor())
+                                   : ViewScale::StepOut(ViewScaleFactor()),
+                       anchor);
+        event->accept();
+        return;
+    }
+    // A notch moves three lines of twenty pixels, as text views do.
+    const int pixelsPerNotch = 3 * 20;
+    int dx = delta.x();
+    int dy = delta.y();
+    if (event->modifiers() & Qt::ShiftModifier) {
+        dx = dy != 0 ? dy : dx;
+        dy = 0;
+    }
+    ScrollBy(-dx * pixelsPerNotch / 120, -dy * pixelsPerNotch / 120);
+    event->accept();
+}
+
 // ---- mouse and keyboard ------------------------------------------------------------
 
 ShapeRect ShapeCanvas::VisibleArea() const
@@ -296,7 +422,7 @@ bool ShapeCanvas::PointerConfined() const
 void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 {
     Guarded([&] {
-        const QPointF p = m_pointer->Start(Position, GlobalPosition);
+        const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
         m_editor.Press(RoundToInt32(p.x()), RoundToInt32(p.y()), m_host.CurrentDrawingMode());
     });
 }
@@ -305,7 +431,7 @@ void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
 {
     VertexEditor::Outcome outcome = VertexEditor::Outcome::NotOnPolygon;
     Guarded([&] {
-        const QPointF p = m_pointer->Start(Position, GlobalPosition);
+        const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
         outcome = VertexEditor::Edit(m_document, RoundToInt32(p.x()), RoundToInt32(p.y()));
     });
     if (outcome == VertexEditor::Outcome::TooFewVertices) {
@@ -319,8 +445,9 @@ void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
 void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
 {
     Guarded([&] {
-        const QPointF p = m_pointer->Hold(Position, GlobalPosition);
-        const QPoint g = p == Position ? GlobalPosition : m_canvas->mapToGlobal(p.toPoint());
+        const QPointF held = m_pointer->Hold(Position, GlobalPosition);
+        const QPoint g = held == Position ? GlobalPosition : m_canvas->mapToGlobal(held.toPoint());
+        const QPointF p = m_canvas->ToDocument(held);
         m_editor.Move(RoundToInt32(p.x()), RoundToInt32(p.y()), Buttons == Qt::LeftButton,
                       Buttons != Qt::NoButton);
         ShowPointerPosition(p, g);

@@ -78,9 +78,29 @@ public:
     bool PointerConfined() const;
     const CanvasEditor& Editor() const { return m_editor; }
 
+    // ---- view scale (how closely the user looks; never changes the map) ---------------
+    double ViewScaleFactor() const;
+    // Anchor: a point of the viewport HoldPicbox that keeps showing the same picture
+    // point; the viewport's centre when omitted.
+    void SetViewScale(double Factor);
+    void SetViewScaleAt(double Factor, QPointF Anchor);
+    void ZoomViewIn();
+    void ZoomViewOut();
+    void ActualSize();
+    void FitToWindow();
+    // Scrolls by screen pixels, as far as the bars go.
+    void ScrollBy(int Dx, int Dy);
+    // Scrolls so that the document rectangle (surface pixels at the map's zoom) shows,
+    // as much of it as fits.
+    void EnsureVisible(const QRect& DocumentRect);
+
+signals:
+    void ViewScaleChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
@@ -103,6 +123,9 @@ private:
 
     void BuildChildren();
     void ResizeSurface(double Width, double Height);
+    // The surface widget at the buffer's size times the view scale.
+    void ScaleSurface();
+    void ScrollTo(int H, int V);
     void RebuildBuffer();
     void OnPressed(QPointF Position, QPoint GlobalPosition);
     void OnControlPressed(QPointF Position, QPoint GlobalPosition);

@@ -2,6 +2,7 @@
 
 #include "ui/frame/MDIForm1.h"
 #include "ui/frame/ToolStrip.h"
+#include "ui/frame/ViewCommands.h"
 #include "ui/frame/WindowArranger.h"
 
 #include <QAction>
@@ -99,13 +100,13 @@ void FrameMenus::Create(MDIForm1& Frame)
         [frame] { frame->MorphShape(2); });
 
     QMenu* view = AddMenu(frame, bar, "view", QStringLiteral("&View"));
-    add(view, "smallsize", QStringLiteral("&Zoom In"), "zoomin", QKeySequence::ZoomIn,
-        &MDIForm1::ZoomIn);
-    add(view, "largesize", QStringLiteral("&Zoom Out"), "zoomout", QKeySequence::ZoomOut,
-        &MDIForm1::ZoomOut);
+    // The zoom keys look closer (ViewCommands); these change the map's own zoom.
+    add(view, "smallsize", QStringLiteral("&Zoom In"), "zoomin", none, &MDIForm1::ZoomIn);
+    add(view, "largesize", QStringLiteral("&Zoom Out"), "zoomout", none, &MDIForm1::ZoomOut);
     AddSeparator(view, "viewsplit");
     add(view, "CustomZoom", QStringLiteral("Custom &Zoom"), "customzoom", none,
         &MDIForm1::ShowCustomZoom);
+    ViewCommands::AddTo(*view, Frame);
 
     QMenu* options = AddMenu(frame, bar, "options", QStringLiteral("&Options"));
     add(options, "theimagesize", QStringLiteral("&Image Size"), "imagesize", none,

@@ -117,6 +117,8 @@ ShapeCanvas* MDIForm1::AddMapWindow()
 {
     auto* map = new ShapeCanvas(*this);
     map->setAttribute(Qt::WA_DeleteOnClose);
+    // What the user sees of the map: the map's zoom times the view scale.
+    connect(map, &ShapeCanvas::ViewScaleChanged, this, &MDIForm1::UpdateZoomPanel);
     QMdiSubWindow* window = m_mdiArea->addSubWindow(map);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(Icon("vantrel"));
@@ -369,9 +371,10 @@ void MDIForm1::ShowCredits()
 void MDIForm1::UpdateZoomPanel()
 {
     const ShapeCanvas* map = ActiveMapWindow();
-    m_zoomPanel->setText(
-        map == nullptr ? QString()
-                       : QStringLiteral("Zoom: %1%").arg(qRound(map->Document().ZoomLevel * 100)));
+    m_zoomPanel->setText(map == nullptr ? QString()
+                                        : QStringLiteral("Zoom: %1%")
+                                              .arg(qRound(map->Document().ZoomLevel *
+                                                          map->ViewScaleFactor() * 100)));
 }
 
 // ---- CanvasHost -----------------------------------------------------------------------
