@@ -71,7 +71,7 @@ void CanvasEditor::Pick(std::int32_t x, std::int32_t y)
     const auto& order = m_document.ShapeOrder();
     for (std::size_t position = 0; position < order.size(); ++position) {
         const std::int16_t index = order[position];
-        const std::int16_t hit = m_document.Shape(index).IsCursorOnShape(x, y);
+        const std::int16_t hit = m_document.Shape(index).IsCursorOnShape(x, y, m_vertexReach);
         m_document.HitState = hit;
         if (hit == -2)
             continue;
@@ -127,7 +127,7 @@ void CanvasEditor::ContinuePolygon(std::int32_t x, std::int32_t y)
 {
     SnapIfAsked(x, y);
     PatShape& shape = m_document.Shape(m_document.CurrentShape);
-    shape.AddPointToShape(x, y);
+    shape.AddPointToShape(x, y, m_vertexReach);
     if (shape.IsShapeDone()) {
         m_document.PolygonInProgress = false;
         m_document.BringToTop(m_document.CurrentShape);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/document/CanvasHost.h"
+#include "core/shape/PatShape.h"
 
 #include <cstdint>
 
@@ -27,6 +28,11 @@ public:
     // polygon is drawn; Tab and Backtab step through the shapes. Others are ignored.
     void KeyDown(int Key);
 
+    // How near a vertex a press must be, in surface pixels (PatShape::VertexReach
+    // unless a view scale asks for the same reach on screen).
+    void SetVertexReach(std::int32_t Reach) { m_vertexReach = Reach; }
+    std::int32_t VertexReach() const { return m_vertexReach; }
+
     // Where a body was grabbed, in whole grid steps from the shape's top-left corner.
     std::int32_t GrabOffsetX() const { return m_grabOffsetX; }
     std::int32_t GrabOffsetY() const { return m_grabOffsetY; }
@@ -35,6 +41,7 @@ private:
     MapDocument& m_document;
     std::int32_t m_grabOffsetX = 0;
     std::int32_t m_grabOffsetY = 0;
+    std::int32_t m_vertexReach = PatShape::VertexReach;
 
     double GridStep() const;
     void SnapIfAsked(std::int32_t& x, std::int32_t& y) const;

@@ -10,9 +10,6 @@
 
 namespace {
 
-// The same reach as a vertex handle.
-constexpr double EdgeReach = 4.0;
-
 double DistanceToSegment(QPointF p, QPointF a, QPointF b)
 {
     const QPointF d = b - a;
@@ -30,12 +27,12 @@ QString VertexEditor::TooFewVerticesMessage()
 }
 
 int VertexEditor::EdgeAt(const MapDocument& Document, std::int16_t Index, std::int32_t x,
-                         std::int32_t y)
+                         std::int32_t y, std::int32_t Reach)
 {
     const auto& points = Document.Shape(Index).Points();
     const std::size_t n = points.size();
     int best = -1;
-    double bestDistance = EdgeReach;
+    double bestDistance = Reach;
     for (std::size_t i = 0; i < n; ++i) {
         const ShapePoint a = points[i];
         const ShapePoint b = points[(i + 1) % n];
@@ -48,13 +45,14 @@ int VertexEditor::EdgeAt(const MapDocument& Document, std::int16_t Index, std::i
     return best;
 }
 
-VertexEditor::Outcome VertexEditor::Edit(MapDocument& Document, std::int32_t x, std::int32_t y)
+VertexEditor::Outcome VertexEditor::Edit(MapDocument& Document, std::int32_t x, std::int32_t y,
+                                         std::int32_t Reach)
 {
     if (Document.PolygonInProgress)
         return Outcome::NotOnPolygon;
     for (const std::int16_t index : Document.ShapeOrder()) {
         PatShape& shape = Document.Shape(index);
-        const std::int16_t hit = shape.IsCursorOnShape(x, y);
+        const std::int16_t hit = shape.IsCursorOnShape(x, y, Reach);
         if (shape.GetShapeType() == Polygon && shape.IsShapeDone()) {
             if (hit >= 0) {
                 if (shape.Points().size() <= 3)
@@ -64,7 +62,7 @@ VertexEditor::Outcome VertexEditor::Edit(MapDocument& Document, std::int32_t x, 
                 Document.HitState = -2;
                 return Outcome::Deleted;
             }
-            const int edge = EdgeAt(Document, index, x, y);
+            const int edge = EdgeAt(Document, index, x, y, Reach);
             if (edge >= 0) {
                 ShapeStepper::Select(Document, index);
                 const auto at = static_cast<std::int16_t>(edge + 1);

@@ -14,10 +14,11 @@ class VertexEditor
 public:
     enum class Outcome { NotOnPolygon, Inserted, Deleted, TooFewVertices };
 
-    static Outcome Edit(MapDocument& Document, std::int32_t x, std::int32_t y);
+    // Reach: how near a vertex or an edge the press must be, in surface pixels.
+    static Outcome Edit(MapDocument& Document, std::int32_t x, std::int32_t y, std::int32_t Reach);
     static QString TooFewVerticesMessage();
-    // Nearest edge of the polygon Index within the handle's reach of (x, y): the index of
+    // Nearest edge of the polygon Index within Reach of (x, y): the index of
     // its first vertex, or -1.
     static int EdgeAt(const MapDocument& Document, std::int16_t Index, std::int32_t x,
-                      std::int32_t y);
+                      std::int32_t y, std::int32_t Reach);
 };

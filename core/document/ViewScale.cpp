@@ -56,6 +56,12 @@ double ViewScale::Fit(const QSizeF& Content, const QSizeF& Viewport)
         std::min(Viewport.width() / Content.width(), Viewport.height() / Content.height()));
 }
 
+std::int32_t ViewScale::DocumentReach(std::int32_t ScreenPixels) const
+{
+    return std::max<std::int32_t>(1,
+                                  static_cast<std::int32_t>(std::lround(ScreenPixels / m_factor)));
+}
+
 int ViewScale::ScreenLength(double Document) const
 {
     return static_cast<int>(std::lround(Document * m_factor));

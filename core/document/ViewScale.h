@@ -4,6 +4,7 @@
 #include <QRect>
 #include <QRegion>
 #include <QSizeF>
+#include <cstdint>
 
 // How much closer or farther the user looks at a map, apart from the map's own zoom
 // level: a factor between the surface the shapes live on (document pixels) and the
@@ -28,6 +29,9 @@ public:
     static double StepOut(double Current);
     // The largest factor that shows Content wholly inside Viewport, within the limits.
     static double Fit(const QSizeF& Content, const QSizeF& Viewport);
+
+    // A reach of ScreenPixels on screen in document pixels, at least one.
+    std::int32_t DocumentReach(std::int32_t ScreenPixels) const;
 
     QPointF ToScreen(const QPointF& Document) const { return Document * m_factor; }
     QPointF ToDocument(const QPointF& Screen) const { return Screen / m_factor; }

@@ -110,10 +110,10 @@ void PatShape::SetInfo(ShapeSurface* ThePicBox, std::int32_t TheShapeColor,
     }
 }
 
-void PatShape::AddPointToShape(std::int32_t x, std::int32_t y)
+void PatShape::AddPointToShape(std::int32_t x, std::int32_t y, std::int32_t Reach)
 {
     const ShapePoint first = m_pointCount != 0 ? m_points.at(0) : ShapePoint{-10, -10};
-    if (IsNearVertex({x, y}, first) && m_pointCount > 2) {
+    if (IsNearVertex({x, y}, first, Reach) && m_pointCount > 2) {
         ShapeBuildingFinished = true;
         const ShapePoint last = m_points.at(static_cast<std::size_t>(m_pointCount - 1));
         Invalidate(BoundingRect({last, {m_lastLineX, m_lastLineY}}, true));
@@ -376,11 +376,16 @@ QString PatShape::GenerateHTML()
 
 // ---- hit-testing and editing -----------------------------------------------------
 
-std::int16_t PatShape::IsCursorOnShape(std::int32_t x, std::int32_t y) const
+std::int16_t PatShape::IsCursorOnShape(std::int32_t x, std::int32_t y, std::int32_t Reach) const
 {
     const ShapePoint p{x, y};
     // Far from the shape and its handles: nothing to test (keeps picks on big maps cheap).
-    if (m_points.empty() || !IsPointInRect(p, PaintBounds()))
+    if (m_points.empty())
+        return -2;
+    ShapeRect near = PaintBounds();
+    if (Reach > HandleReach)
+        near = {near.left - Reach, near.top - Reach, near.right + Reach, near.bottom + Reach};
+    if (!IsPointInRect(p, near))
         return -2;
     std::int16_t result = -2;
     if (m_points.size() >= 3) {
@@ -392,7 +397,7 @@ std::int16_t PatShape::IsCursorOnShape(std::int32_t x, std::int32_t y) const
     }
     const std::size_t limit = std::min<std::size_t>(m_points.size(), 32768);
     for (std::size_t i = 0; i < limit; ++i) {
-        if (IsNearVertex(p, m_points[i]))
+        if (IsNearVertex(p, m_points[i], Reach))
             return static_cast<std::int16_t>(i);
     }
     return result;
@@ -570,9 +575,10 @@ bool PatShape::IsPointInRect(const ShapePoint& p, const ShapeRect& r)
     return r.left <= p.x && p.x <= r.right && r.top <= p.y && p.y <= r.bottom;
 }
 
-bool PatShape::IsNearVertex(const ShapePoint& p, const ShapePoint& vertex)
+bool PatShape::IsNearVertex(const ShapePoint& p, const ShapePoint& vertex, std::int32_t Reach)
 {
-    return IsPointInRect(p, HandleRect(vertex));
+    return IsPointInRect(p,
+                         {vertex.x - Reach, vertex.y - Reach, vertex.x + Reach, vertex.y + Reach});
 }
 
 std::int32_t PatShape::ToShapeKind(std::int16_t value)

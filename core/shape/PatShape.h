@@ -30,9 +30,13 @@ public:
     // Construction and rebuilding
     void SetInfo(ShapeSurface* ThePicBox, std::int32_t TheShapeColor, std::int16_t TheShapeType,
                  double TheZoomLevel, std::int32_t x, std::int32_t y);
+    // How far from a vertex, in surface pixels, a press still takes it; a view scale
+    // passes its own reach so that the distance stays the same on screen.
+    static constexpr std::int32_t VertexReach = 4;
+
     // Adds a polygon vertex, or closes the polygon when (x, y) is on the first vertex
     // and at least three vertices exist.
-    void AddPointToShape(std::int32_t x, std::int32_t y);
+    void AddPointToShape(std::int32_t x, std::int32_t y, std::int32_t Reach = VertexReach);
     void ResetInfo(std::int16_t TheShapeType, bool IsFinished, std::int32_t TheColor,
                    const QString& TheURL, const QString& TheComment, const QString& TheTarget,
                    const QString& TheStatusString, std::int16_t TheAlertBox,
@@ -76,7 +80,8 @@ public:
 
     // Hit-testing and mouse editing
     // A vertex index, -1 inside, -2 outside.
-    std::int16_t IsCursorOnShape(std::int32_t x, std::int32_t y) const;
+    std::int16_t IsCursorOnShape(std::int32_t x, std::int32_t y,
+                                 std::int32_t Reach = VertexReach) const;
     void MoveShape(std::int32_t x, std::int32_t y, bool UsingGrid, std::int32_t SnapX,
                    std::int32_t SnapY);
     void MoveVertex(std::int16_t VertexToMove, std::int32_t x, std::int32_t y);
@@ -92,7 +97,8 @@ public:
     static ShapeRect BoundingRect(const std::vector<ShapePoint>& points, bool Inflate);
     static ShapeRect HandleRect(const ShapePoint& p);
     static bool IsPointInRect(const ShapePoint& p, const ShapeRect& r);
-    static bool IsNearVertex(const ShapePoint& p, const ShapePoint& vertex);
+    static bool IsNearVertex(const ShapePoint& p, const ShapePoint& vertex,
+                             std::int32_t Reach = VertexReach);
     static std::int32_t ToShapeKind(std::int16_t value);
     static ShapeRect NormalizeRect(ShapeRect r, bool MakeSquare);
 

@@ -311,6 +311,7 @@ void ShapeCanvas::SetViewScaleAt(double Factor, QPointF Anchor)
     if (!m_canvas->SetViewScale(Factor))
         return;
     const double now = m_canvas->View().Factor();
+    m_editor.SetVertexReach(m_canvas->View().DocumentReach(PatShape::VertexReach));
     m_zooming = true;
     ScaleSurface();
     SetPicSize();
@@ -432,7 +433,8 @@ void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
     VertexEditor::Outcome outcome = VertexEditor::Outcome::NotOnPolygon;
     Guarded([&] {
         const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
-        outcome = VertexEditor::Edit(m_document, RoundToInt32(p.x()), RoundToInt32(p.y()));
+        outcome = VertexEditor::Edit(m_document, RoundToInt32(p.x()), RoundToInt32(p.y()),
+                                     m_editor.VertexReach());
     });
     if (outcome == VertexEditor::Outcome::TooFewVertices) {
         m_pointer->ReleaseAll();

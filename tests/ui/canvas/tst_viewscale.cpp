@@ -189,6 +189,24 @@ private slots:
         QCOMPARE(drawn[2], drawn[0]);
     }
 
+    void vertexReachIsTheSameOnScreen()
+    {
+        // Four screen pixels from a corner grab it at any scale; twelve never do.
+        for (const double f : {0.37, 1.0, 4.0}) {
+            NewCanvas();
+            m_canvas->SetViewScale(f);
+            m_canvas->EnsureVisible(QRect(QPoint(100, 100), QPoint(181, 154)));
+            DrawAt({100, 100}, {181, 154});
+            const QPoint corner = (QPointF(181, 154) * f).toPoint();
+            for (const auto& [offset, grabs] :
+                 {std::pair{QPoint(-4, -4), true}, std::pair{QPoint(-12, -12), false}}) {
+                QTest::mousePress(Surface(), Qt::LeftButton, {}, corner + offset);
+                QCOMPARE(Doc().HitState, grabs ? std::int16_t(2) : std::int16_t(-1));
+                QTest::mouseRelease(Surface(), Qt::LeftButton, {}, corner + offset);
+            }
+        }
+    }
+
     void mapZoomKeepsTheViewScale()
     {
         NewCanvas();
