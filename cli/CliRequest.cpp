@@ -24,6 +24,7 @@ const QHash<QString, Grammar>& Commands()
         {QStringLiteral("import"), {C::Import, false, true, true}},
         {QStringLiteral("new"), {C::New, false, false, true}},
         {QStringLiteral("testpage"), {C::TestPage, false, false, true}},
+        {QStringLiteral("lint"), {C::Lint, false, false, false}},
     };
     return commands;
 }

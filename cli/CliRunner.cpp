@@ -45,6 +45,8 @@ int CliRunner::Run(const CliRequest& Request)
             return New(Request);
         case CliRequest::Command::TestPage:
             return Request.format == MapFormat::Classic ? TestPage(Request) : WebTestPage(Request);
+        case CliRequest::Command::Lint:
+            return Lint(Request);
         }
     } catch (const std::exception& error) {
         return Fail({QString::fromUtf8(error.what())});

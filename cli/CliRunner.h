@@ -27,6 +27,8 @@ private:
     // --format html5|svg (CliWebCommands.cpp)
     int WebHtml(const CliRequest& Request);
     int WebTestPage(const CliRequest& Request);
+    // Exit 3 when findings were printed.
+    int Lint(const CliRequest& Request);
 
     // The map at Path, or nothing after its messages were printed.
     std::optional<MapDocument> Open(const QString& Path);

@@ -18,6 +18,10 @@ CliWebOptions::Taken CliWebOptions::Take(CliRequest& Request, const QStringList&
         ++Index;
         return Taken::Yes;
     }
+    if (option == QLatin1String("--json") && command == C::Lint) {
+        Request.json = true;
+        return Taken::Yes;
+    }
     if (command == C::Import) {
         if (option == QLatin1String("--keep-text")) {
             Request.keepText = true;

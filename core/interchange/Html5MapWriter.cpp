@@ -12,20 +12,9 @@ const QLatin1String CRLF("\r\n");
 
 QString Attr(const char* name, const QString& value)
 {
-    return QLatin1Char(' ') + QLatin1String(name) + QLatin1String("=\"") +
-           HtmlText::Attribute(value) + QLatin1Char('"');
-}
-
-QString Coords(const std::vector<std::int32_t>& values)
-{
-    QString text;
-    text.reserve(static_cast<qsizetype>(values.size()) * 5);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (i > 0)
-            text += QLatin1Char(',');
-        text += QString::number(values[i]);
-    }
-    return text;
+    QString out;
+    HtmlText::AppendNamed(out, QLatin1String(name), value);
+    return out;
 }
 
 const char* ShapeKeyword(MapArea::Kind kind)
@@ -50,21 +39,27 @@ Html5MapWriter::Html5MapWriter(MapCodeGenerator::Form TheForm) : m_form(TheForm)
 QString Html5MapWriter::LinkAttributes(const MapArea& a)
 {
     QString html;
+    AppendLinkAttributes(html, a);
+    return html;
+}
+
+void Html5MapWriter::AppendLinkAttributes(QString& html, const MapArea& a)
+{
     // A shape without a link stays an area (it still takes the clicks it covers) but is
     // no link; every linked area has an alt text, empty when the shape has no comment.
     const bool linked = !a.URL.trimmed().isEmpty();
     if (linked)
-        html += Attr("href", a.URL);
+        HtmlText::AppendNamed(html, QLatin1String("href"), a.URL);
     if (linked || !a.Comment.isEmpty())
-        html += Attr("alt", a.Comment);
+        HtmlText::AppendNamed(html, QLatin1String("alt"), a.Comment);
     if (!a.Target.isEmpty())
-        html += Attr("target", a.Target);
+        HtmlText::AppendNamed(html, QLatin1String("target"), a.Target);
     if (!a.Status.isEmpty())
-        html += Attr("title", a.Status);
+        HtmlText::AppendNamed(html, QLatin1String("title"), a.Status);
     if (!a.Alert.isEmpty())
-        html += Attr("onclick",
-                     QLatin1String("alert(") + HtmlText::JsString(a.Alert) + QLatin1Char(')'));
-    return html;
+        HtmlText::AppendNamed(html, QLatin1String("onclick"),
+                              QLatin1String("alert(") + HtmlText::JsString(a.Alert) +
+                                  QLatin1Char(')'));
 }
 
 void Html5MapWriter::BeginMap(const MapDocument& d)
@@ -83,12 +78,21 @@ void Html5MapWriter::BeginMap(const MapDocument& d)
 
 void Html5MapWriter::WriteArea(const MapArea& a)
 {
-    m_body +=
-        QLatin1String("<area shape=\"") + QLatin1String(ShapeKeyword(a.kind)) + QLatin1Char('"');
-    if (a.kind != MapArea::Kind::Default)
-        m_body += QLatin1String(" coords=\"") + Coords(a.coords) + QLatin1Char('"');
-    m_body += LinkAttributes(a);
-    m_body += QLatin1Char('>') + CRLF;
+    m_body += QLatin1String("<area shape=\"");
+    m_body += QLatin1String(ShapeKeyword(a.kind));
+    m_body += QLatin1Char('"');
+    if (a.kind != MapArea::Kind::Default) {
+        m_body += QLatin1String(" coords=\"");
+        for (std::size_t i = 0; i < a.coords.size(); ++i) {
+            if (i > 0)
+                m_body += QLatin1Char(',');
+            HtmlText::AppendNumber(m_body, a.coords[i]);
+        }
+        m_body += QLatin1Char('"');
+    }
+    AppendLinkAttributes(m_body, a);
+    m_body += QLatin1Char('>');
+    m_body += CRLF;
 }
 
 void Html5MapWriter::WriteShape(int Index, PatShape& Shape)

@@ -28,6 +28,7 @@ public:
 
     // The attributes an area's link, texts and alert give, each with a leading blank.
     static QString LinkAttributes(const MapArea& Area);
+    static void AppendLinkAttributes(QString& Out, const MapArea& Area);
 
 private:
     void WriteArea(const MapArea& Area);

@@ -1,9 +1,42 @@
 #include "core/interchange/HtmlText.h"
 
+#include <algorithm>
+#include <charconv>
+
 QString HtmlText::Attribute(const QString& Text)
 {
     QString out;
     out.reserve(Text.size() + 8);
+    AppendAttribute(out, Text);
+    return out;
+}
+
+void HtmlText::AppendNamed(QString& Out, QLatin1String Name, QStringView Value)
+{
+    Out += QLatin1Char(' ');
+    Out += Name;
+    Out += QLatin1String("=\"");
+    AppendAttribute(Out, Value);
+    Out += QLatin1Char('"');
+}
+
+void HtmlText::AppendNumber(QString& Out, long long Value)
+{
+    char digits[24];
+    const auto result = std::to_chars(digits, digits + sizeof digits, Value);
+    Out += QLatin1String(digits, result.ptr - digits);
+}
+
+void HtmlText::AppendAttribute(QString& out, QStringView Text)
+{
+    const auto special = [](QChar c) {
+        const char16_t u = c.unicode();
+        return u == u'&' || u == u'"' || u == u'<' || u == u'>';
+    };
+    if (std::none_of(Text.begin(), Text.end(), special)) {
+        out += Text;
+        return;
+    }
     for (QChar c : Text) {
         switch (c.unicode()) {
         case u'&':
@@ -22,7 +55,6 @@ QString HtmlText::Attribute(const QString& Text)
             out += c;
         }
     }
-    return out;
 }
 
 QString HtmlText::JsString(const QString& Text)

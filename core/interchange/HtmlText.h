@@ -8,6 +8,11 @@ class HtmlText
 public:
     // For a double-quoted attribute value (and element text): & " < > as entities.
     static QString Attribute(const QString& Text);
+    // The same appended to Out, without a temporary string.
+    static void AppendAttribute(QString& Out, QStringView Text);
+    // Out += ' ' Name '="' escaped Value '"'
+    static void AppendNamed(QString& Out, QLatin1String Name, QStringView Value);
+    static void AppendNumber(QString& Out, long long Value);
     // A single-quoted JavaScript string literal, quotes included, safe for any text.
     static QString JsString(const QString& Text);
     // Reads back a literal written by JsString (or any ' or " JavaScript string) starting

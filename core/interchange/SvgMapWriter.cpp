@@ -70,22 +70,29 @@ void SvgMapWriter::BeginMap(const MapDocument& d)
 
 QString SvgMapWriter::Link(const MapArea& a, const QString& geometry) const
 {
-    QString html = QLatin1String("<a");
+    QString html;
+    html.reserve(64 + a.URL.size() + 2 * a.Comment.size() + a.Target.size() + geometry.size());
+    html += QLatin1String("<a");
     if (!a.URL.trimmed().isEmpty())
-        html += Attr("href", a.URL);
+        HtmlText::AppendNamed(html, QLatin1String("href"), a.URL);
     if (!a.Target.isEmpty())
-        html += Attr("target", a.Target);
+        HtmlText::AppendNamed(html, QLatin1String("target"), a.Target);
     if (!a.Comment.isEmpty())
-        html += Attr("aria-label", a.Comment);
+        HtmlText::AppendNamed(html, QLatin1String("aria-label"), a.Comment);
     if (!a.Alert.isEmpty())
-        html += Attr("onclick",
-                     QLatin1String("alert(") + HtmlText::JsString(a.Alert) + QLatin1Char(')'));
+        HtmlText::AppendNamed(html, QLatin1String("onclick"),
+                              QLatin1String("alert(") + HtmlText::JsString(a.Alert) +
+                                  QLatin1Char(')'));
     html += QLatin1Char('>');
     // The tooltip: the alt text, else the status text that used to show on hover.
-    const QString title = a.Comment.isEmpty() ? a.Status : a.Comment;
-    if (!title.isEmpty())
-        html += QLatin1String("<title>") + HtmlText::Attribute(title) + QLatin1String("</title>");
-    html += geometry + QLatin1String("</a>");
+    const QString& title = a.Comment.isEmpty() ? a.Status : a.Comment;
+    if (!title.isEmpty()) {
+        html += QLatin1String("<title>");
+        HtmlText::AppendAttribute(html, title);
+        html += QLatin1String("</title>");
+    }
+    html += geometry;
+    html += QLatin1String("</a>");
     return html;
 }
 

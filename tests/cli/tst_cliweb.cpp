@@ -3,6 +3,9 @@
 #include "core/interchange/MapFile.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,6 +17,7 @@ class TestCliWeb : public QObject
 private slots:
     void initTestCase();
     void htmlAndTestPageInEachFormat();
+    void lintPrintsFindings();
     void malformedWebOptions_data();
     void malformedWebOptions();
 
@@ -88,6 +92,36 @@ void TestCliWeb::htmlAndTestPageInEachFormat()
     // Classic stays the default.
     QCOMPARE(Cli({"html", "map.imp"}).out, Cli({"html", "--format", "classic", "map.imp"}).out);
     QVERIFY(Read("html5.htm").startsWith("<!DOCTYPE html>"));
+}
+
+void TestCliWeb::lintPrintsFindings()
+{
+    Run run = Cli({"lint", "map.imp"});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.out.isEmpty() && run.err.isEmpty());
+
+    MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
+    map.SetComment(0, QString());
+    map.SetURL(2, QStringLiteral("#"));
+    QVERIFY(MapFile::SaveMap(map, Path("faulty.imp")).ok);
+    run = Cli({"lint", "faulty.imp"});
+    QCOMPARE(run.exitCode, 3);
+    QCOMPARE(run.out, QByteArray("Shape #1: warning: no alt text: screen readers and search "
+                                 "engines get nothing\n"
+                                 "Shape #3: warning: placeholder URL \"#\": the area leads "
+                                 "nowhere\n"));
+    run = Cli({"lint", "--json", "faulty.imp"});
+    QCOMPARE(run.exitCode, 3);
+    const QJsonArray findings = QJsonDocument::fromJson(run.out).array();
+    QCOMPARE(findings.size(), 2);
+    QCOMPARE(findings[1].toObject().value("shape").toInt(), 3);
+    QCOMPARE(findings[1].toObject().value("severity").toString(), QStringLiteral("warning"));
+    QCOMPARE(findings[1].toObject().value("place").toString(), QStringLiteral("Shape #3"));
+
+    run = Cli({"lint", "harbour.png"});
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.err, QByteArray("Error, map cannot be loaded.\n"));
+    QCOMPARE(Cli({"lint", "--test", "map.imp"}).exitCode, 2);
 }
 
 void TestCliWeb::malformedWebOptions_data()

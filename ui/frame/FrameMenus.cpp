@@ -4,6 +4,7 @@
 #include "ui/frame/ToolStrip.h"
 #include "ui/frame/ViewCommands.h"
 #include "ui/frame/WindowArranger.h"
+#include "ui/tools/MapCheckWindow.h"
 
 #include <QAction>
 #include <QIcon>
@@ -133,6 +134,8 @@ void FrameMenus::Create(MDIForm1& Frame)
         &MDIForm1::ShowConvertHtml);
     add(tools, "mnuURLChecker", QStringLiteral("&URL Checker"), "urlcheck", none,
         &MDIForm1::CheckTheURLs);
+    add(tools, "mnuCheckMap", QStringLiteral("Check Map"), nullptr, none,
+        [frame] { MapCheckWindow::ShowFor(*frame, frame->ActiveMapWindow()); });
 
     QMenu* window = AddMenu(frame, bar, "TheWindow", QStringLiteral("&Window"));
     add(window, "Cascade", QStringLiteral("&Cascade"), "cascade", none,

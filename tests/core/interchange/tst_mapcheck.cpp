@@ -1,0 +1,174 @@
+#include "ShapeRow.h"
+#include "core/interchange/MapCheck.h"
+#include "core/interchange/MapFile.h"
+
+#include <QTest>
+
+namespace {
+
+QStringList Lines(const MapDocument& d)
+{
+    QStringList lines;
+    for (const MapFinding& finding : MapCheck::Check(d))
+        lines << finding.Line();
+    return lines;
+}
+
+QString Rect(int l, int t, int r, int b, const QString& texts = "a.htm|Alt|||0|")
+{
+    return QStringLiteral("1|%1,%2,%3,%2,%3,%4,%1,%4|").arg(l).arg(t).arg(r).arg(b) + texts;
+}
+
+MapDocument Picture(int w = 400, int h = 300)
+{
+    MapDocument d;
+    d.SWidth = w;
+    d.SHeight = h;
+    return d;
+}
+
+} // namespace
+
+// The map check: each kind of finding on a map made to have it, none on a clean map.
+class TestMapCheck : public QObject
+{
+    Q_OBJECT
+private slots:
+    void cleanSampleHasNoFindings();
+    void eachKindOfFinding_data();
+    void eachKindOfFinding();
+    void mapNameAndDefaultArea();
+    void coveredShapesAtFullSize();
+};
+
+void TestMapCheck::cleanSampleHasNoFindings()
+{
+    const MapFile::ReadResult read =
+        MapFile::OpenMapFile(QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp"));
+    QVERIFY(read.ok);
+    QCOMPARE(Lines(read.document), QStringList());
+}
+
+void TestMapCheck::eachKindOfFinding_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<QStringList>("expected");
+    const QString first = Rect(10, 10, 50, 50);
+    const QString noAlt = "Shape #2: warning: no alt text: screen readers and search engines get "
+                          "nothing";
+    QTest::newRow("no alt text") << QStringList{first, Rect(60, 10, 90, 50, "a.htm|  |||0|")}
+                                 << QStringList{noAlt};
+    QTest::newRow("placeholder URL")
+        << QStringList{first, Rect(60, 10, 90, 50, " # |Alt|||0|")}
+        << QStringList{"Shape #2: warning: placeholder URL \"#\": the area leads nowhere"};
+    QTest::newRow("empty URL") << QStringList{first, Rect(60, 10, 90, 50, "|Alt|||0|")}
+                               << QStringList{"Shape #2: warning: no URL: the area leads nowhere"};
+    QTest::newRow("URL that does not parse")
+        << QStringList{Rect(60, 10, 90, 50, "http://exa mple.com/|Alt|||0|")}
+        << QStringList{"Shape #1: error: the URL \"http://exa mple.com/\" does not parse"};
+    QTest::newRow("partly outside")
+        << QStringList{Rect(380, 10, 420, 50)}
+        << QStringList{"Shape #1: warning: the shape lies partly outside the picture"};
+    QTest::newRow("wholly outside")
+        << QStringList{"0|500,10,540,10,540,50,500,50|a.htm|Alt|||0|"}
+        << QStringList{"Shape #1: error: the shape lies outside the picture"};
+    QTest::newRow("on the picture's last line is inside")
+        << QStringList{Rect(350, 250, 400, 300)} << QStringList{};
+    QTest::newRow("flat rectangle") << QStringList{Rect(10, 10, 50, 10)}
+                                    << QStringList{"Shape #1: error: the rectangle has no area"};
+    QTest::newRow("polygon of two points")
+        << QStringList{"2|10,10,50,50,10,10|a.htm|Alt|||0|"}
+        << QStringList{"Shape #1: error: the polygon has fewer than three distinct points"};
+    QTest::newRow("polygon on a line") << QStringList{"2|10,10,20,20,30,30|a.htm|Alt|||0|"}
+                                       << QStringList{"Shape #1: error: the polygon has no area"};
+    QTest::newRow("bow tie")
+        << QStringList{"2|10,10,50,50,50,10,10,50|a.htm|Alt|||0|"}
+        << QStringList{"Shape #1: warning: the polygon crosses itself: browsers may disagree "
+                       "about what is inside"};
+    QTest::newRow("concave polygon is fine")
+        << QStringList{"2|10,10,50,10,30,20,50,40,10,40|a.htm|Alt|||0|"} << QStringList{};
+    QTest::newRow("covered by one earlier shape")
+        << QStringList{first, Rect(20, 20, 40, 40)}
+        << QStringList{"Shape #2: warning: earlier shapes cover it completely, so no visitor "
+                       "can click it"};
+    QTest::newRow("covered by two earlier shapes together")
+        << QStringList{Rect(10, 10, 30, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
+        << QStringList{"Shape #3: warning: earlier shapes cover it completely, so no visitor "
+                       "can click it"};
+    QTest::newRow("a one-pixel gap keeps it reachable")
+        << QStringList{Rect(10, 10, 29, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
+        << QStringList{};
+    QTest::newRow("a later shape covers nothing earlier")
+        << QStringList{Rect(20, 20, 40, 40), first} << QStringList{};
+    QTest::newRow("quote in URL, alt and target")
+        << QStringList{Rect(10, 10, 50, 50, "a\"b.htm|say \"hi\"|x\"y||0|")}
+        << QStringList{
+               "Shape #1: error: the URL \"a\"b.htm\" does not parse",
+               "Shape #1: warning: the double quote in its URL breaks the classic code (the "
+               "HTML5 and SVG formats escape it)",
+               "Shape #1: warning: the double quote in its alt text breaks the classic code (the "
+               "HTML5 and SVG formats escape it)",
+               "Shape #1: warning: the double quote in its target breaks the classic code (the "
+               "HTML5 and SVG formats escape it)"};
+}
+
+void TestMapCheck::eachKindOfFinding()
+{
+    QFETCH(QStringList, rows);
+    QFETCH(QStringList, expected);
+    MapDocument d = Picture();
+    for (const QString& row : rows)
+        AddShapeRow(d, row);
+    QCOMPARE(Lines(d), expected);
+}
+
+void TestMapCheck::mapNameAndDefaultArea()
+{
+    MapDocument d = Picture();
+    AddShapeRow(d, Rect(10, 10, 50, 50));
+    d.MapName = QStringLiteral("My map");
+    d.DefURL = QStringLiteral("ht tp://x");
+    QCOMPARE(Lines(d), QStringList({"Map: error: the map name \"My map\" contains spaces, which "
+                                    "a map name must not",
+                                    "Default area: error: the URL \"ht tp://x\" does not parse"}));
+    d.MapName.clear();
+    d.DefURL.clear();
+    QCOMPARE(Lines(d),
+             QStringList({"Map: error: the map has no name, so the picture cannot use it"}));
+    // Shapes are counted from 1 at zoom 2 as well, in picture pixels.
+    d.MapName = QStringLiteral("M");
+    AddShapeRow(d, Rect(40, 40, 80, 80), 2.0);
+    QCOMPARE(Lines(d), QStringList({"Shape #2: warning: earlier shapes cover it completely, so "
+                                    "no visitor can click it"}));
+}
+
+void TestMapCheck::coveredShapesAtFullSize()
+{
+    // 32,767 shapes over a picture bigger than the check's buffer: a grid of small
+    // squares; every hundredth shape a copy of an earlier square (hidden); every
+    // hundred-and-first one pixel wider than the square before it, so that only a
+    // one-pixel strip of it is free (reachable).
+    MapDocument d = Picture(9000, 7000);
+    std::vector<QRect> rects;
+    QStringList expected;
+    for (int i = 0; i < 32767; ++i) {
+        QRect r;
+        if (i % 100 == 99) {
+            r = rects[std::size_t(i - 50)];
+            expected << QStringLiteral("Shape #%1: warning: earlier shapes cover it completely, "
+                                       "so no visitor can click it")
+                            .arg(i + 1);
+        } else if (i % 101 == 100) {
+            r = rects.back().adjusted(0, 0, 1, 0);
+        } else {
+            const int slot = int(rects.size());
+            r = QRect(QPoint((slot % 300) * 30, (slot / 300) * 30), QSize(20, 20));
+        }
+        rects.push_back(r);
+        AddShapeRow(d, Rect(r.left(), r.top(), r.left() + r.width(), r.top() + r.height()));
+    }
+    QCOMPARE(Lines(d), expected);
+}
+
+QTEST_GUILESS_MAIN(TestMapCheck)
+#include "tst_mapcheck.moc"
