@@ -10,14 +10,6 @@ URLCheckList::URLCheckList(const MapDocument& Document)
     m_entries.append(Document.DefURL);
 }
 
-QString URLCheckList::CompleteURL(const QString& Entry, const QString& BaseURL)
-{
-    const QString lower = Entry.toLower();
-    if (!lower.contains(QLatin1String("http://")) && !lower.contains(QLatin1String("ftp://")))
-        return BaseURL + Entry;
-    return Entry;
-}
-
 bool URLCheckList::Edit(int Index, const QString& Answer, MapDocument& Document)
 {
     if (Answer.isEmpty() || Index < 0 || Index >= m_entries.size())

@@ -6,8 +6,7 @@
 class MapDocument;
 
 // What the URL checker lists and does with it, without a screen: the shapes' URLs in
-// shape order followed by the default area's, the joining of incomplete addresses to
-// the base URL, and edits written straight back to the map.
+// shape order followed by the default area's, and edits written straight back to the map.
 class URLCheckList
 {
 public:
@@ -15,10 +14,6 @@ public:
 
     const QStringList& Entries() const { return m_entries; }
     bool IsDefaultEntry(int Index) const { return Index == m_entries.size() - 1; }
-
-    // An address whose lower-cased text holds neither "http://" nor "ftp://" is
-    // incomplete and gets BaseURL in front, exactly as typed.
-    static QString CompleteURL(const QString& Entry, const QString& BaseURL);
 
     // Writes a non-empty Answer to the shape's URL (or DefURL for the last entry) and
     // to the list; an empty answer changes nothing. True when something changed.

@@ -1,0 +1,114 @@
+#include "core/interchange/LinkChecker.h"
+
+#include "core/interchange/LinkProbe.h"
+
+#include <QFileInfo>
+#include <QNetworkAccessManager>
+#include <QTimer>
+
+namespace {
+
+// Local files are quick to look at, but tens of thousands of them still take a moment:
+// this many per turn of the event loop keeps the window responsive.
+constexpr int FilesPerTurn = 500;
+
+} // namespace
+
+LinkChecker::LinkChecker(QObject* parent)
+    : QObject(parent), m_network(new QNetworkAccessManager(this))
+{
+}
+
+LinkChecker::~LinkChecker()
+{
+    Cancel();
+}
+
+LinkStatus LinkChecker::CheckFile(const QUrl& Url)
+{
+    LinkStatus status;
+    status.state = QFileInfo::exists(Url.toLocalFile()) ? LinkStatus::State::Ok
+                                                        : LinkStatus::State::FileMissing;
+    return status;
+}
+
+void LinkChecker::Check(const QUrl& Url)
+{
+    const QUrl key = Key(Url);
+    if (m_queued.contains(key) || m_running.contains(key))
+        return;
+    m_queued.insert(key);
+    m_waiting.push_back(key);
+    m_owesIdle = true;
+    ScheduleNext();
+}
+
+void LinkChecker::Cancel()
+{
+    m_waiting.clear();
+    m_queued.clear();
+    m_owesIdle = false;
+    const QList<LinkProbe*> probes = m_running.values();
+    m_running.clear();
+    for (LinkProbe* probe : probes) {
+        probe->Abort();
+        probe->deleteLater();
+    }
+}
+
+void LinkChecker::ScheduleNext()
+{
+    // Results are reported from the event loop, never from inside Check().
+    if (m_scheduled)
+        return;
+    m_scheduled = true;
+    QTimer::singleShot(0, this, &LinkChecker::StartNext);
+}
+
+void LinkChecker::StartNext()
+{
+    m_scheduled = false;
+    int files = 0;
+    while (!m_waiting.empty() && m_running.size() < m_maxConcurrent) {
+        const QUrl key = m_waiting.front();
+        if (key.isLocalFile()) {
+            if (files == FilesPerTurn) {
+                ScheduleNext();
+                return;
+            }
+            ++files;
+            m_waiting.pop_front();
+            m_queued.remove(key);
+            emit Checked(key, CheckFile(key));
+            continue;
+        }
+        m_waiting.pop_front();
+        m_queued.remove(key);
+        auto* probe = new LinkProbe(*m_network, key, m_timeout, this);
+        m_running.insert(key, probe);
+        connect(probe, &LinkProbe::Finished, this,
+                [this, probe](const LinkStatus& Status) { ProbeFinished(probe, Status); });
+        probe->Start();
+    }
+    AnnounceIdle();
+}
+
+void LinkChecker::AnnounceIdle()
+{
+    if (IsBusy() || !m_owesIdle)
+        return;
+    m_owesIdle = false;
+    emit Idle();
+}
+
+void LinkChecker::ProbeFinished(LinkProbe* Probe, const LinkStatus& Status)
+{
+    const QUrl key = Probe->Url();
+    m_running.remove(key);
+    Probe->deleteLater();
+    emit Checked(key, Status);
+    if (!m_waiting.empty())
+        ScheduleNext();
+    else
+        AnnounceIdle();
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/interchange/LinkStatus.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QUrl>
+#include <chrono>
+#include <deque>
+
+class LinkProbe;
+class QNetworkAccessManager;
+
+// Checks web addresses and local files in the background, a few at a time, so that
+// tens of thousands of links neither flood a server nor freeze the window. Each address
+// is asked once however often it is queued; results come back through Checked.
+class LinkChecker : public QObject
+{
+    Q_OBJECT
+public:
+    explicit LinkChecker(QObject* parent = nullptr);
+    ~LinkChecker() override;
+
+    // Time one address may take, redirects included.
+    void SetTimeout(std::chrono::milliseconds Timeout) { m_timeout = Timeout; }
+    std::chrono::milliseconds Timeout() const { return m_timeout; }
+    void SetMaxConcurrent(int Count) { m_maxConcurrent = qMax(1, Count); }
+
+    // Queues an http(s) or file address (its fragment is ignored).
+    void Check(const QUrl& Url);
+    // Forgets the queue and stops the requests in flight; nothing more is reported.
+    void Cancel();
+    bool IsBusy() const { return !m_waiting.empty() || !m_running.isEmpty(); }
+    int Running() const { return static_cast<int>(m_running.size()); }
+
+    // The key under which an address is asked and reported.
+    static QUrl Key(const QUrl& Url) { return Url.adjusted(QUrl::RemoveFragment); }
+    // A local file's status, without the network.
+    static LinkStatus CheckFile(const QUrl& Url);
+
+signals:
+    void Checked(const QUrl& Key, const LinkStatus& Status);
+    // Everything queued has been reported.
+    void Idle();
+
+private:
+    void ScheduleNext();
+    void StartNext();
+    void ProbeFinished(LinkProbe* Probe, const LinkStatus& Status);
+    void AnnounceIdle();
+
+    QNetworkAccessManager* m_network;
+    std::chrono::milliseconds m_timeout{10000};
+    int m_maxConcurrent = 6;
+    std::deque<QUrl> m_waiting;
+    QSet<QUrl> m_queued;
+    QHash<QUrl, LinkProbe*> m_running;
+    bool m_scheduled = false;
+    bool m_owesIdle = false; // something was queued since the last Idle or Cancel
+};
