@@ -2,11 +2,11 @@
 
 #include "core/base/Module1.h"
 #include "core/forms/CommonDialogStuff.h"
+#include "ui/dialogs/WidePrompt.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QUrl>
 
@@ -88,12 +88,10 @@ QString QtModalUi::AskForMapNameToSave()
 std::optional<QString> QtModalUi::Prompt(const QString& PromptText, const QString& PromptTitle,
                                          const QString& Default)
 {
-    bool ok = false;
-    const QString text =
-        QInputDialog::getText(m_parent, PromptTitle, PromptText, QLineEdit::Normal, Default, &ok);
-    if (!ok)
+    WidePrompt prompt(PromptText, PromptTitle, Default, m_parent);
+    if (prompt.exec() != QDialog::Accepted)
         return std::nullopt;
-    return text;
+    return prompt.textValue();
 }
 
 bool QtModalUi::OpenWithDesktop(const QString& FileOrUrl)

@@ -2,25 +2,36 @@
 
 #include "core/base/ModalUi.h"
 #include "core/base/Module1.h"
+#include "core/interchange/BrokenLinkFilter.h"
+#include "core/interchange/LinkResolver.h"
+#include "core/interchange/LinkTableModel.h"
 #include "core/interchange/URLHelpPage.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/DialogPlacement.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSplitter>
+#include <QTableView>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <QWebEngineView>
 
+using namespace std::chrono_literals;
+
 URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
-    : QDialog(parent), m_map(map), m_ui(ui), m_list(map.Document()), m_combo(new QComboBox(this)),
-      m_base(new QLineEdit(this)), m_browser(new QWebEngineView(this))
+    : QDialog(parent), m_map(map), m_ui(ui), m_list(map.Document()),
+      m_links(new LinkTableModel(this)), m_filter(new BrokenLinkFilter(*m_links, this)),
+      m_combo(new QComboBox(this)), m_base(new QLineEdit(this)), m_browser(new QWebEngineView(this))
 {
     setObjectName(QStringLiteral("URLChecker"));
     setWindowTitle(QStringLiteral("URL Checker"));
@@ -33,6 +44,9 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     m_combo->installEventFilter(this);
     m_base->setObjectName(QStringLiteral("txtURL"));
     m_base->setMinimumWidth(180);
+    m_base->setPlaceholderText(QStringLiteral("https://www.example.com/"));
+    m_base->setToolTip(QStringLiteral("Relative links are resolved against this address; "
+                                      "without it, against the picture's folder."));
     auto* baseLabel = new QLabel(QStringLiteral("Base URL:"), this);
     baseLabel->setBuddy(m_base);
     m_browser->setObjectName(QStringLiteral("WebBrowser1"));
@@ -60,10 +74,25 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     row->addWidget(about);
     row->addWidget(close);
 
-    // The browser takes every pixel below the row of controls.
+    // The table and the browser share every pixel below the row of controls.
+    auto* split = new QSplitter(Qt::Vertical, this);
+    split->setObjectName(QStringLiteral("LinkSplitter"));
+    split->setChildrenCollapsible(false);
+    split->addWidget(CreateTable());
+    split->addWidget(m_browser);
+    split->setStretchFactor(0, 2);
+    split->setStretchFactor(1, 3);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
-    layout->addWidget(m_browser, 1);
+    layout->addWidget(split, 1);
+
+    m_links->SetLinks(m_list.Entries());
+    ApplyBase();
+    m_baseTyping.setSingleShot(true);
+    m_baseTyping.setInterval(400ms);
+    connect(&m_baseTyping, &QTimer::timeout, this, &URLChecker::ApplyBase);
+    connect(m_base, &QLineEdit::textEdited, &m_baseTyping, qOverload<>(&QTimer::start));
+    connect(m_base, &QLineEdit::editingFinished, this, &URLChecker::ApplyBase);
 
     m_combo->addItems(m_list.Entries());
     m_combo->setCurrentIndex(0);
@@ -71,10 +100,81 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     // opening the checker shows the help page rather than entry 0.
     ListClicked();
     connect(m_combo, &QComboBox::activated, this, &URLChecker::ListClicked);
+    connect(m_combo, &QComboBox::currentIndexChanged, this, &URLChecker::ComboRowChosen);
+    ComboRowChosen(0);
 
-    resize(820, 600);
+    resize(920, 680);
     DialogPlacement::CentreOnScreen(*this);
     About();
+}
+
+URLChecker::~URLChecker()
+{
+    m_links->Cancel();
+}
+
+QWidget* URLChecker::CreateTable()
+{
+    auto* box = new QWidget(this);
+    m_table = new QTableView(box);
+    m_table->setObjectName(QStringLiteral("LinkTable"));
+    m_table->setModel(m_filter);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setWordWrap(false);
+    m_table->setAlternatingRowColors(true);
+    m_table->verticalHeader()->hide();
+    // Fixed row heights keep a table of thousands of links quick to scroll.
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 6);
+    QHeaderView* columns = m_table->horizontalHeader();
+    columns->setSectionResizeMode(QHeaderView::Interactive);
+    columns->setStretchLastSection(true);
+    columns->resizeSection(LinkTableModel::LinkColumn, 100);
+    columns->resizeSection(LinkTableModel::UrlColumn, 240);
+    columns->resizeSection(LinkTableModel::StatusColumn, 250);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &URLChecker::TableRowChosen);
+    connect(m_table, &QTableView::activated, this, &URLChecker::Check);
+
+    m_summary = new QLabel(box);
+    m_summary->setObjectName(QStringLiteral("lblSummary"));
+    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_brokenOnly = new QCheckBox(QStringLiteral("&Broken only"), box);
+    m_brokenOnly->setObjectName(QStringLiteral("chkBrokenOnly"));
+    m_checkAll = new QPushButton(QStringLiteral("Check &All"), box);
+    m_checkAll->setObjectName(QStringLiteral("btnCheckAll"));
+    m_checkAll->setToolTip(QStringLiteral("Ask every web address and look for every file (F5)"));
+    m_checkAll->setShortcut(QKeySequence(Qt::Key_F5));
+    m_checkAll->setAutoDefault(false);
+    m_stop = new QPushButton(QStringLiteral("&Stop"), box);
+    m_stop->setObjectName(QStringLiteral("btnStop"));
+    m_stop->setAutoDefault(false);
+    connect(m_checkAll, &QPushButton::clicked, this, &URLChecker::CheckAll);
+    connect(m_stop, &QPushButton::clicked, this, &URLChecker::StopChecks);
+    connect(m_brokenOnly, &QCheckBox::toggled, m_filter, &BrokenLinkFilter::SetBrokenOnly);
+
+    m_summaryDelay.setSingleShot(true);
+    m_summaryDelay.setInterval(150ms);
+    connect(&m_summaryDelay, &QTimer::timeout, this, &URLChecker::ShowSummary);
+    // Thousands of answers a second would repaint the line thousands of times.
+    connect(m_links, &LinkTableModel::SummaryChanged, &m_summaryDelay, [this] {
+        if (!m_summaryDelay.isActive())
+            m_summaryDelay.start();
+    });
+    connect(m_links, &LinkTableModel::Finished, this, &URLChecker::ShowSummary);
+
+    auto* bar = new QHBoxLayout;
+    bar->addWidget(m_summary, 1);
+    bar->addWidget(m_brokenOnly);
+    bar->addWidget(m_checkAll);
+    bar->addWidget(m_stop);
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_table, 1);
+    layout->addLayout(bar);
+    return box;
 }
 
 void URLChecker::ListClicked()
@@ -85,7 +185,12 @@ void URLChecker::ListClicked()
 
 void URLChecker::Check()
 {
-    Navigate(URLCheckList::CompleteURL(m_combo->currentText(), m_base->text()));
+    const QString text = m_combo->currentText();
+    const ResolvedLink link =
+        LinkResolver(m_base->text(), m_map.Document().ImagePath).Resolve(text);
+    // Whatever cannot be resolved still goes to the browser, which shows what it makes
+    // of it.
+    Navigate(link.url.isEmpty() ? QUrl::fromUserInput(text) : link.url);
 }
 
 void URLChecker::Edit()
@@ -97,8 +202,13 @@ void URLChecker::Edit()
         QStringLiteral("Changing URL to..."), QStringLiteral("Change URL"), m_combo->currentText());
     if (!answer || answer->isEmpty())
         return;
-    if (m_list.Edit(index, *answer, m_map.Document()))
-        m_combo->setItemText(index, *answer);
+    if (!m_list.Edit(index, *answer, m_map.Document()))
+        return;
+    m_combo->setItemText(index, *answer);
+    ApplyBase();
+    m_links->SetLink(index, *answer);
+    m_links->CheckRow(index);
+    UpdateButtons();
 }
 
 void URLChecker::About()
@@ -111,15 +221,71 @@ void URLChecker::About()
     m_browser->load(QUrl::fromLocalFile(path));
 }
 
-void URLChecker::Navigate(const QString& Address)
+void URLChecker::CheckAll()
 {
-    m_lastAddress = Address;
+    ApplyBase();
+    m_links->CheckAll();
+    ShowSummary();
+}
+
+void URLChecker::StopChecks()
+{
+    m_links->Cancel();
+    ShowSummary();
+}
+
+void URLChecker::Navigate(const QUrl& Address)
+{
+    m_lastAddress = Address.toString();
     // Whatever the address, the browser shows the outcome itself, error pages included.
-    m_browser->load(QUrl::fromUserInput(Address));
+    m_browser->load(Address);
+}
+
+void URLChecker::ApplyBase()
+{
+    m_baseTyping.stop();
+    const QString base = m_base->text();
+    if (m_appliedBase == base)
+        return;
+    m_appliedBase = base;
+    m_links->SetBase(base, m_map.Document().ImagePath);
+    ShowSummary();
+}
+
+void URLChecker::ShowSummary()
+{
+    m_summaryDelay.stop();
+    m_summary->setText(m_links->Summary());
+    UpdateButtons();
+}
+
+void URLChecker::UpdateButtons()
+{
+    const bool checking = m_links->IsChecking();
+    m_checkAll->setEnabled(!checking);
+    m_stop->setEnabled(checking);
+}
+
+void URLChecker::TableRowChosen(const QModelIndex& Current)
+{
+    const int row = m_filter->mapToSource(Current).row();
+    if (row >= 0 && row != m_combo->currentIndex())
+        m_combo->setCurrentIndex(row);
+}
+
+void URLChecker::ComboRowChosen(int Row)
+{
+    const QModelIndex current = m_filter->mapFromSource(m_links->index(Row, 0));
+    if (!current.isValid() || current.row() == m_table->currentIndex().row())
+        return;
+    m_table->setCurrentIndex(current);
+    m_table->scrollTo(current);
 }
 
 void URLChecker::done(int result)
 {
+    // Nothing keeps asking once the window is gone.
+    m_links->Cancel();
     m_list.ResetClicks();
     QDialog::done(result);
 }
