@@ -1,5 +1,6 @@
 #include "cli/CliRequest.h"
 
+#include "cli/CliLinkOptions.h"
 #include "cli/CliWebOptions.h"
 
 #include <QHash>
@@ -25,6 +26,7 @@ const QHash<QString, Grammar>& Commands()
         {QStringLiteral("new"), {C::New, false, false, true}},
         {QStringLiteral("testpage"), {C::TestPage, false, false, true}},
         {QStringLiteral("lint"), {C::Lint, false, false, false}},
+        {QStringLiteral("links"), {C::Links, false, false, false}},
     };
     return commands;
 }
@@ -61,6 +63,10 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
                    taken != CliWebOptions::Taken::No) {
             if (taken == CliWebOptions::Taken::Malformed)
                 return std::nullopt;
+        } else if (const auto link = CliLinkOptions::Take(request, Arguments, i);
+                   link != CliLinkOptions::Taken::No) {
+            if (link == CliLinkOptions::Taken::Malformed)
+                return std::nullopt;
         } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
             return std::nullopt;
         } else {
@@ -88,6 +94,8 @@ QString CliRequest::Usage()
         "  new PICTURE -o OUT.imp                     make a new map from a picture\n"
         "  testpage [--format F] MAP.imp -o PAGE.htm  write the map's test page\n"
         "  lint [--json] MAP.imp                      check the map for problems\n"
+        "  links [--base URL] [--json] [--timeout S] MAP.imp\n"
+        "                                             check every link of the map\n"
         "Exit status: 0 done, 1 failed (messages on standard error), 2 wrong usage,\n"
-        "3 lint printed findings.\n");
+        "3 lint printed findings or links found broken links.\n");
 }

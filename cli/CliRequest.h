@@ -9,7 +9,7 @@
 // One vantrel-cli command line, checked for form only (files are not looked at).
 struct CliRequest
 {
-    enum class Command { Help, Html, Dump, Save, Import, New, TestPage, Lint };
+    enum class Command { Help, Html, Dump, Save, Import, New, TestPage, Lint, Links };
 
     Command command = Command::Help;
     bool testForm = false; // html --test
@@ -23,6 +23,9 @@ struct CliRequest
     bool keepText = false;
     bool add = false;
     QString mapName;
+    // links --base URL --timeout SECONDS (CliLinkOptions); --json as above.
+    QString base;
+    int timeoutMs = 10000;
 
     // Arguments without the program name; nothing when the command line is malformed.
     static std::optional<CliRequest> Parse(const QStringList& Arguments);

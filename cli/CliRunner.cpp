@@ -1,5 +1,6 @@
 #include "cli/CliRunner.h"
 
+#include "cli/LinksCommand.h"
 #include "cli/MapJson.h"
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
@@ -47,6 +48,8 @@ int CliRunner::Run(const CliRequest& Request)
             return Request.format == MapFormat::Classic ? TestPage(Request) : WebTestPage(Request);
         case CliRequest::Command::Lint:
             return Lint(Request);
+        case CliRequest::Command::Links:
+            return LinksCommand(m_out, m_err).Run(Request);
         }
     } catch (const std::exception& error) {
         return Fail({QString::fromUtf8(error.what())});

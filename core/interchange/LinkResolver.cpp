@@ -147,7 +147,7 @@ ResolvedLink LinkResolver::Resolve(const QString& Link) const
     // A browser drops the blanks around an attribute's address.
     const QString text = Link.trimmed();
     if (text.isEmpty())
-        return Settled(ResolvedLink::Kind::Empty, m_base, State::NoAddress);
+        return Settled(ResolvedLink::Kind::Empty, QUrl(), State::NoAddress);
 
     const QString scheme = SchemeOf(text);
     if (scheme.size() == 1)

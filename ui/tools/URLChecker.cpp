@@ -80,8 +80,9 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     split->setChildrenCollapsible(false);
     split->addWidget(CreateTable());
     split->addWidget(m_browser);
-    split->setStretchFactor(0, 2);
-    split->setStretchFactor(1, 3);
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 1);
+    split->setSizes({320, 280});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame);
     layout->addWidget(split, 1);
@@ -186,11 +187,14 @@ void URLChecker::ListClicked()
 void URLChecker::Check()
 {
     const QString text = m_combo->currentText();
-    const ResolvedLink link =
-        LinkResolver(m_base->text(), m_map.Document().ImagePath).Resolve(text);
-    // Whatever cannot be resolved still goes to the browser, which shows what it makes
-    // of it.
-    Navigate(link.url.isEmpty() ? QUrl::fromUserInput(text) : link.url);
+    const LinkResolver resolver(m_base->text(), m_map.Document().ImagePath);
+    const ResolvedLink link = resolver.Resolve(text);
+    if (link.kind == ResolvedLink::Kind::Empty)
+        Navigate(resolver.Base()); // an empty link leads to the page itself
+    else if (link.url.isEmpty())
+        Navigate(QUrl::fromUserInput(text)); // the browser shows what it makes of it
+    else
+        Navigate(link.url);
 }
 
 void URLChecker::Edit()

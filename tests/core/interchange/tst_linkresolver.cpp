@@ -65,7 +65,7 @@ void TestLinkResolver::resolvesAsABrowserDoes_data()
     row("fragment only", "#top", "http://s.com/p.htm", Kind::Web, "http://s.com/p.htm#top");
 
     // What cannot be used says why.
-    row("empty", "", "http://s.com/", Kind::Empty, "http://s.com/", "No address");
+    row("empty", "", "http://s.com/", Kind::Empty, "", "No address");
     row("blank", "   ", "", Kind::Empty, "", "No address");
     row("space", "my page.htm", "http://s.com/", Kind::Malformed, "",
         "Malformed: space in address");
