@@ -32,13 +32,17 @@ LinkStatus LinkChecker::CheckFile(const QUrl& Url)
     return status;
 }
 
-void LinkChecker::Check(const QUrl& Url)
+QString LinkChecker::Key(const QUrl& Url)
 {
-    const QUrl key = Key(Url);
-    if (m_queued.contains(key) || m_running.contains(key))
+    return Url.adjusted(QUrl::RemoveFragment).toString(QUrl::FullyEncoded);
+}
+
+void LinkChecker::Check(const QString& Key)
+{
+    if (m_running.contains(Key) || m_queued.contains(Key))
         return;
-    m_queued.insert(key);
-    m_waiting.push_back(key);
+    m_queued.insert(Key);
+    m_waiting.push_back(Key);
     m_owesIdle = true;
     ScheduleNext();
 }
@@ -70,8 +74,9 @@ void LinkChecker::StartNext()
     m_scheduled = false;
     int files = 0;
     while (!m_waiting.empty() && m_running.size() < m_maxConcurrent) {
-        const QUrl key = m_waiting.front();
-        if (key.isLocalFile()) {
+        const QString key = m_waiting.front();
+        const QUrl url = QUrl::fromEncoded(key.toUtf8());
+        if (url.isLocalFile()) {
             if (files == FilesPerTurn) {
                 ScheduleNext();
                 return;
@@ -79,15 +84,16 @@ void LinkChecker::StartNext()
             ++files;
             m_waiting.pop_front();
             m_queued.remove(key);
-            emit Checked(key, CheckFile(key));
+            emit Checked(key, CheckFile(url));
             continue;
         }
         m_waiting.pop_front();
         m_queued.remove(key);
-        auto* probe = new LinkProbe(*m_network, key, m_timeout, this);
+        auto* probe = new LinkProbe(*m_network, url, m_timeout, this);
         m_running.insert(key, probe);
-        connect(probe, &LinkProbe::Finished, this,
-                [this, probe](const LinkStatus& Status) { ProbeFinished(probe, Status); });
+        connect(probe, &LinkProbe::Finished, this, [this, probe, key](const LinkStatus& Status) {
+            ProbeFinished(probe, key, Status);
+        });
         probe->Start();
     }
     AnnounceIdle();
@@ -101,12 +107,11 @@ void LinkChecker::AnnounceIdle()
     emit Idle();
 }
 
-void LinkChecker::ProbeFinished(LinkProbe* Probe, const LinkStatus& Status)
+void LinkChecker::ProbeFinished(LinkProbe* Probe, const QString& Key, const LinkStatus& Status)
 {
-    const QUrl key = Probe->Url();
-    m_running.remove(key);
+    m_running.remove(Key);
     Probe->deleteLater();
-    emit Checked(key, Status);
+    emit Checked(Key, Status);
     if (!m_waiting.empty())
         ScheduleNext();
     else

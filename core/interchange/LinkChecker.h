@@ -27,35 +27,36 @@ public:
     std::chrono::milliseconds Timeout() const { return m_timeout; }
     void SetMaxConcurrent(int Count) { m_maxConcurrent = qMax(1, Count); }
 
-    // Queues an http(s) or file address (its fragment is ignored).
-    void Check(const QUrl& Url);
+    // Queues an http(s) or file address, given as its Key().
+    void Check(const QString& Key);
     // Forgets the queue and stops the requests in flight; nothing more is reported.
     void Cancel();
     bool IsBusy() const { return !m_waiting.empty() || !m_running.isEmpty(); }
     int Running() const { return static_cast<int>(m_running.size()); }
 
-    // The key under which an address is asked and reported.
-    static QUrl Key(const QUrl& Url) { return Url.adjusted(QUrl::RemoveFragment); }
+    // The key under which an address is asked and reported: the address without its
+    // fragment, encoded (text hashes and compares far quicker than a QUrl).
+    static QString Key(const QUrl& Url);
     // A local file's status, without the network.
     static LinkStatus CheckFile(const QUrl& Url);
 
 signals:
-    void Checked(const QUrl& Key, const LinkStatus& Status);
+    void Checked(const QString& Key, const LinkStatus& Status);
     // Everything queued has been reported.
     void Idle();
 
 private:
     void ScheduleNext();
     void StartNext();
-    void ProbeFinished(LinkProbe* Probe, const LinkStatus& Status);
+    void ProbeFinished(LinkProbe* Probe, const QString& Key, const LinkStatus& Status);
     void AnnounceIdle();
 
     QNetworkAccessManager* m_network;
     std::chrono::milliseconds m_timeout{10000};
     int m_maxConcurrent = 6;
-    std::deque<QUrl> m_waiting;
-    QSet<QUrl> m_queued;
-    QHash<QUrl, LinkProbe*> m_running;
+    std::deque<QString> m_waiting;
+    QSet<QString> m_queued;
+    QHash<QString, LinkProbe*> m_running;
     bool m_scheduled = false;
     bool m_owesIdle = false; // something was queued since the last Idle or Cancel
 };

@@ -66,7 +66,7 @@ void LinkTableModel::SetLink(int Row, const QString& Link)
     Entry& row = m_rows[Index(Row)];
     const bool wasChecking = IsChecking();
     if (row.status.state == State::Checking)
-        m_waiting[LinkChecker::Key(row.resolved.url)].removeAll(Row);
+        m_waiting[row.key].removeAll(Row);
     row.link = Link;
     Resolve(Row);
     RowsChanged(Row, Row);
@@ -84,6 +84,7 @@ void LinkTableModel::Resolve(int Row)
 {
     Entry& row = m_rows[Index(Row)];
     row.resolved = m_resolver.Resolve(row.link);
+    row.key = row.resolved.NeedsCheck() ? LinkChecker::Key(row.resolved.url) : QString();
     SetStatus(Row, row.resolved.status, true);
 }
 
@@ -109,18 +110,20 @@ void LinkTableModel::StartCheck(int Row)
     const Entry& row = m_rows[Index(Row)];
     if (!row.resolved.NeedsCheck() || row.status.state == State::Checking)
         return;
-    const QUrl key = LinkChecker::Key(row.resolved.url);
     LinkStatus checking;
     checking.state = State::Checking;
     SetStatus(Row, checking, true);
-    m_waiting[key].append(Row);
-    m_checker->Check(key);
+    // Every address in m_waiting is queued with the checker already.
+    QList<int>& rows = m_waiting[row.key];
+    if (rows.isEmpty())
+        m_checker->Check(row.key);
+    rows.append(Row);
 }
 
 void LinkTableModel::Cancel()
 {
     m_checker->Cancel();
-    const QHash<QUrl, QList<int>> waiting = std::exchange(m_waiting, {});
+    const QHash<QString, QList<int>> waiting = std::exchange(m_waiting, {});
     if (waiting.isEmpty())
         return;
     for (const QList<int>& rows : waiting) {
@@ -134,7 +137,7 @@ void LinkTableModel::Cancel()
     emit SummaryChanged();
 }
 
-void LinkTableModel::Checked(const QUrl& Key, const LinkStatus& Status)
+void LinkTableModel::Checked(const QString& Key, const LinkStatus& Status)
 {
     const bool wasChecking = IsChecking();
     const QList<int> rows = m_waiting.take(Key);

@@ -63,6 +63,7 @@ private:
     {
         QString link;
         ResolvedLink resolved;
+        QString key; // what the checker is asked, when it is asked anything
         LinkStatus status;
     };
 
@@ -71,7 +72,7 @@ private:
     // Quiet: the caller reports the change (many rows at once).
     void SetStatus(int Row, const LinkStatus& Status, bool Quiet = false);
     void StartCheck(int Row);
-    void Checked(const QUrl& Key, const LinkStatus& Status);
+    void Checked(const QString& Key, const LinkStatus& Status);
     void RowsChanged(int First, int Last);
     // Tells the views; Finished too when the last check in flight has just reported.
     void Changed(bool WasChecking);
@@ -81,7 +82,7 @@ private:
     LinkResolver m_resolver{QString(), QString()};
     std::vector<Entry> m_rows;
     // Rows waiting for each address asked.
-    QHash<QUrl, QList<int>> m_waiting;
+    QHash<QString, QList<int>> m_waiting;
     std::array<int, 13> m_counts{}; // rows per LinkStatus::State
     int m_brokenRows = 0;
 };

@@ -87,8 +87,9 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     layout->addWidget(frame);
     layout->addWidget(split, 1);
 
-    m_links->SetLinks(m_list.Entries());
+    // The base first: the links are then resolved once.
     ApplyBase();
+    m_links->SetLinks(m_list.Entries());
     m_baseTyping.setSingleShot(true);
     m_baseTyping.setInterval(400ms);
     connect(&m_baseTyping, &QTimer::timeout, this, &URLChecker::ApplyBase);
