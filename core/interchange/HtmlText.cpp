@@ -52,7 +52,13 @@ void HtmlText::AppendAttribute(QString& out, QStringView Text)
             out += QLatin1String("&gt;");
             break;
         default:
-            out += c;
+            // Control characters and the two non-characters cannot appear in XML at all,
+            // not even as references, so the SVG block would no longer parse.
+            if ((c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') ||
+                c.unicode() == 0xFFFE || c.unicode() == 0xFFFF)
+                out += QChar(QChar::ReplacementCharacter);
+            else
+                out += c;
         }
     }
 }

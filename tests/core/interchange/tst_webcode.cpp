@@ -80,6 +80,7 @@ private slots:
     void html5Areas();
     void html5PictureAndEffects();
     void svgBlockIsWellFormedWithEarlierShapesOnTop();
+    void svgBlockParsesWithControlCharacters();
     void modernFormatsLeaveTheShapesAsTheyAre();
     void emptyMapGivesNoCode();
     void formatNames();
@@ -207,6 +208,21 @@ void TestWebCode::svgBlockIsWellFormedWithEarlierShapesOnTop()
     QVERIFY(block.contains("<rect x=\"10\" y=\"10\" width=\"40\" height=\"30\"/>"));
     QVERIFY(block.contains("<polygon points=\"10,150 50,120 90,150\"/>"));
     QVERIFY(block.contains(".map-Special a:focus"));
+}
+
+void TestWebCode::svgBlockParsesWithControlCharacters()
+{
+    // A map file may hold any character; XML has no way at all to write a control one.
+    MapDocument d = SampleMap();
+    d.Shape(0).Comment = QStringLiteral("red") + QChar(1) + QStringLiteral("house");
+    QXmlStreamReader xml(Code(d, MapFormat::Svg).Text);
+    QStringList labels;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"a")
+            labels << xml.attributes().value("aria-label").toString();
+    }
+    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    QVERIFY(labels.contains(QStringLiteral("red\uFFFDhouse")));
 }
 
 void TestWebCode::modernFormatsLeaveTheShapesAsTheyAre()
