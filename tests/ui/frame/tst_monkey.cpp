@@ -1,0 +1,326 @@
+#include "FakeCanvasHost.h"
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "core/interchange/MapFile.h"
+#include "ui/canvas/CanvasSurface.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// What users type into the dialogs' fields: numbers in and out of range, links, texts
+// with quotes, commas, tabs and characters beyond Windows-1252.
+const char* const Typed[] = {"",
+                             "0",
+                             "7",
+                             "150",
+                             "100",
+                             "-5",
+                             "99999",
+                             "  ",
+                             "http://a.example/?q=1,2",
+                             "#",
+                             "say \"hi\"",
+                             "x\ty",
+                             "\xc3\x9c"
+                             "n\xc3\xaf"
+                             "code \xe2\x82\xac",
+                             "a,b",
+                             "\xe6\x97\xa5\xe6\x9c\xac"};
+
+// The frame's commands a monkey may pick; the URL checker (an embedded browser) and Exit
+// are left out.
+const char* const Commands[] = {
+    "CutShape",     "Copyshape",   "PasteShape",  "DeleteShape",     "MorRectangle",
+    "MorCircle",    "MorPolygon",  "smallsize",   "largesize",       "CustomZoom",
+    "theimagesize", "Gridoptions", "MapColors",   "ShapeProperties", "RectangleMode",
+    "CircleMode",   "PolygonMode", "pointermode", "generatecode",    "ConvertToShapes",
+    "Cascade",      "Tile",        "NewMap"};
+
+// Empty when the shape list is whole: sizes agree with ItemCount, the stacking order is a
+// permutation and no shape lacks points.
+QString StructuralFault(const MapDocument& d)
+{
+    const std::size_t count = std::size_t(d.ItemCount() + 1);
+    if (d.Shapes().size() != count || d.ShapeOrder().size() != count)
+        return QStringLiteral("list sizes differ from ItemCount");
+    std::vector<bool> seen(count, false);
+    for (const std::int16_t entry : d.ShapeOrder()) {
+        if (entry < 0 || std::size_t(entry) >= count || seen[std::size_t(entry)])
+            return QStringLiteral("ShapeOrder is not a permutation");
+        seen[std::size_t(entry)] = true;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        if (d.Shapes()[i].Points().empty())
+            return QStringLiteral("shape %1 has no points").arg(i);
+    }
+    return QString();
+}
+
+} // namespace
+
+// A long random run of user events on the real frame and map windows: presses, drags,
+// clicks and double clicks in every mode, keys, menu commands with their dialogs filled
+// in and confirmed or cancelled, and saves. After every event each map's shape list is
+// whole (sizes, stacking order, points); every save reads back as the map was shown and,
+// read twice, saves to the same bytes.
+//
+// VANTREL_MONKEY_SEED repeats a run, VANTREL_MONKEY_EVENTS and VANTREL_MONKEY_SECONDS
+// make it longer than the default bounded run.
+class TestMonkey : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    ScriptedModalUi m_ui;
+    std::unique_ptr<MDIForm1> m_frame;
+    QRandomGenerator m_random;
+    int m_saves = 0;
+    int m_dialogs = 0;
+    // The last events, to say what led to a failure.
+    QStringList m_trail;
+
+    void Note(const QString& Event)
+    {
+        m_trail.append(Event);
+        if (m_trail.size() > 12)
+            m_trail.removeFirst();
+    }
+
+    int Pick(int n) { return static_cast<int>(m_random.bounded(n)); }
+    QString AnyText() { return QString::fromUtf8(Typed[Pick(int(std::size(Typed)))]); }
+
+    void AnswerDialog(QDialog& dialog)
+    {
+        ++m_dialogs;
+        for (QLineEdit* edit : dialog.findChildren<QLineEdit*>()) {
+            if (Pick(3) == 0)
+                edit->setText(AnyText());
+        }
+        const QList<QPushButton*> buttons = dialog.findChildren<QPushButton*>();
+        for (QPushButton* button : buttons) {
+            if (button->text().remove(QLatin1Char('&')) == QLatin1String("OK") && Pick(3) != 0 &&
+                button->isEnabled()) {
+                button->click();
+                break;
+            }
+        }
+        if (dialog.isVisible() || dialog.result() == QDialog::Rejected)
+            dialog.reject();
+    }
+
+    QWidget* ActiveSurface() const
+    {
+        ShapeCanvas* map = m_frame->ActiveMapWindow();
+        return map == nullptr ? nullptr : &map->Surface();
+    }
+
+    QPoint AnyPoint(QWidget* surface)
+    {
+        // Mostly on the picture, sometimes just past its edges.
+        return QPoint(Pick(surface->width() + 20) - 10, Pick(surface->height() + 20) - 10);
+    }
+
+    void NewMap()
+    {
+        const QString picture = m_dir.filePath(QStringLiteral("pic%1.png").arg(Pick(2)));
+        m_ui.pictures.enqueue(picture);
+        Trigger("NewMap");
+    }
+
+    void Trigger(const char* name)
+    {
+        if (QAction* action = m_frame->findChild<QAction*>(QLatin1String(name));
+            action != nullptr && action->isEnabled()) {
+            Note(QLatin1String(name));
+            action->trigger();
+        }
+    }
+
+    void MouseEvent(QWidget* surface)
+    {
+        const int kind = Pick(10);
+        const Qt::MouseButton button = Pick(8) == 0 ? Qt::RightButton : Qt::LeftButton;
+        const QPoint at = AnyPoint(surface);
+        const QString where =
+            QStringLiteral(" at %1,%2 button %3").arg(at.x()).arg(at.y()).arg(button);
+        if (kind < 4) {
+            QTest::mousePress(surface, button, {}, at);
+            for (int moves = Pick(4); moves > 0; --moves)
+                QTest::mouseMove(surface, AnyPoint(surface));
+            const QPoint to = AnyPoint(surface);
+            QTest::mouseRelease(surface, button, {}, to);
+            Note(QStringLiteral("drag") + where +
+                 QStringLiteral(" to %1,%2").arg(to.x()).arg(to.y()));
+        } else if (kind < 8) {
+            QTest::mouseClick(surface, button, {}, at);
+            Note(QStringLiteral("click") + where);
+        } else {
+            QTest::mouseDClick(surface, Qt::LeftButton, {}, at);
+            Note(QStringLiteral("double click") + where);
+        }
+    }
+
+    void KeyEvent(QWidget* surface)
+    {
+        const Qt::Key keys[] = {Qt::Key_Left,   Qt::Key_Right,     Qt::Key_Up,
+                                Qt::Key_Down,   Qt::Key_Delete,    Qt::Key_Escape,
+                                Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Tab};
+        if (Pick(4) == 0) {
+            const QKeySequence::StandardKey standard[] = {
+                QKeySequence::Cut,    QKeySequence::Copy,    QKeySequence::Paste,
+                QKeySequence::ZoomIn, QKeySequence::ZoomOut, QKeySequence::Undo,
+                QKeySequence::Redo};
+            const QKeySequence sequence(standard[Pick(7)]);
+            Note(sequence.toString());
+            QTest::keySequence(m_frame.get(), sequence);
+        } else {
+            const Qt::Key key = keys[Pick(int(std::size(keys)))];
+            Note(QKeySequence(key).toString());
+            QTest::keyClick(surface, key);
+        }
+    }
+
+    // Saves the active map under a new name and reads it back.
+    void SaveAndReadBack()
+    {
+        ShapeCanvas* map = m_frame->ActiveMapWindow();
+        if (map == nullptr || map->Document().PolygonInProgress)
+            return;
+        const QString path = m_dir.filePath(QStringLiteral("save%1.imp").arg(++m_saves));
+        m_ui.mapNamesToSave.enqueue(path);
+        Trigger("menuSaveMapAs");
+        const QByteArray saved = ReadFile(path);
+        QVERIFY2(!saved.isEmpty(), qPrintable(path));
+        const MapFile::ReadResult read = MapFile::OpenMapFile(path);
+        QVERIFY2(read.ok, qPrintable(read.messages.join(QLatin1Char(' '))));
+        QVERIFY2(MapInconsistency(read.document).isEmpty(),
+                 qPrintable(MapInconsistency(read.document)));
+        QVERIFY2(StructuralFault(read.document).isEmpty(),
+                 qPrintable(StructuralFault(read.document)));
+        const MapDocument& shown = map->Document();
+        QCOMPARE(read.document.ItemCount(), shown.ItemCount());
+        for (std::size_t i = 0; i < shown.Shapes().size(); ++i) {
+            QCOMPARE(read.document.Shapes()[i].Points(), shown.Shapes()[i].Points());
+            QCOMPARE(read.document.Shapes()[i].URL, shown.Shapes()[i].URL);
+        }
+        // An order read back comes back as its inverse; read twice it is itself again.
+        const QByteArray once = MapFile::MapBytes(read.document, path);
+        const MapFile::ReadResult twice = MapFile::ReadMap(once, path);
+        QVERIFY(twice.ok);
+        QCOMPARE(MapFile::MapBytes(twice.document, path), saved);
+    }
+
+    void CheckMaps(int step)
+    {
+        for (ShapeCanvas* map : m_frame->MapWindows()) {
+            const QString fault = StructuralFault(map->Document());
+            QVERIFY2(fault.isEmpty(),
+                     qPrintable(QStringLiteral("step %1: %2 after %3")
+                                    .arg(step)
+                                    .arg(fault, m_trail.join(QLatin1String(", ")))));
+        }
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QImage wide(420, 300, QImage::Format_RGB32);
+        wide.fill(Qt::white);
+        QVERIFY(wide.save(m_dir.filePath(QStringLiteral("pic0.png"))));
+        QImage tall(200, 640, QImage::Format_RGB32);
+        tall.fill(Qt::lightGray);
+        QVERIFY(tall.save(m_dir.filePath(QStringLiteral("pic1.png"))));
+    }
+
+    void randomUserEvents()
+    {
+        const quint32 seed = qEnvironmentVariableIsSet("VANTREL_MONKEY_SEED")
+                                 ? quint32(qEnvironmentVariableIntValue("VANTREL_MONKEY_SEED"))
+                                 : 20261123u;
+        const int events = qEnvironmentVariableIsSet("VANTREL_MONKEY_EVENTS")
+                               ? qEnvironmentVariableIntValue("VANTREL_MONKEY_EVENTS")
+                               : 5000;
+        const qint64 seconds = qEnvironmentVariableIsSet("VANTREL_MONKEY_SECONDS")
+                                   ? qEnvironmentVariableIntValue("VANTREL_MONKEY_SECONDS")
+                                   : 240;
+        qInfo("seed %u, up to %d events in %lld s", seed, events, seconds);
+        m_random.seed(seed);
+
+        m_frame = std::make_unique<MDIForm1>(m_ui);
+        m_frame->ExecDialog = [this](QDialog& dialog) {
+            AnswerDialog(dialog);
+            return dialog.result();
+        };
+        m_frame->resize(900, 700);
+        m_frame->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+        NewMap();
+
+        QElapsedTimer timer;
+        timer.start();
+        int step = 0;
+        for (; step < events && timer.elapsed() < seconds * 1000; ++step) {
+            // Questions (close a map? discard?) get a random answer.
+            m_ui.answers.enqueue(Pick(2) == 0);
+            QWidget* surface = ActiveSurface();
+            const int action = Pick(100);
+            if (surface == nullptr || m_frame->MapWindows().isEmpty()) {
+                NewMap();
+            } else if (action < 45) {
+                MouseEvent(surface);
+            } else if (action < 70) {
+                KeyEvent(surface);
+            } else if (action < 94) {
+                Trigger(Commands[Pick(int(std::size(Commands)))]);
+            } else if (action < 97) {
+                SaveAndReadBack();
+            } else if (m_frame->MapWindows().size() > 2) {
+                m_ui.answers.clear();
+                m_ui.answers.enqueue(true);
+                m_frame->ActiveMapWindow()->parentWidget()->close();
+            } else if (m_saves > 0) {
+                m_ui.mapsToOpen.enqueue(m_dir.filePath(QStringLiteral("save%1.imp").arg(m_saves)));
+                Trigger("LoadPic");
+            }
+            m_ui.answers.clear();
+            CheckMaps(step);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        qInfo("%d events, %d saves, %d dialogs, %lld messages in %lld ms", step, m_saves, m_dialogs,
+              qlonglong(m_ui.messages.size()), timer.elapsed());
+        // The run really did things.
+        QVERIFY(step >= std::min(events, 500));
+        QVERIFY(m_saves > 0 || step < 200);
+        QVERIFY(m_dialogs > 0 || step < 200);
+    }
+
+    void cleanupTestCase()
+    {
+        m_ui.answers.fill(true, 100);
+        m_frame.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+};
+
+QTEST_MAIN(TestMonkey)
+#include "tst_monkey.moc"
