@@ -29,9 +29,14 @@ void HtmlText::AppendNumber(QString& Out, long long Value)
 
 void HtmlText::AppendAttribute(QString& out, QStringView Text)
 {
-    const auto special = [](QChar c) {
+    // Control characters and the two non-characters cannot appear in XML at all, not even
+    // as references, so the SVG block would no longer parse: they become U+FFFD.
+    const auto unwritable = [](char16_t u) {
+        return (u < 0x20 && u != u'\t' && u != u'\n' && u != u'\r') || u == 0xFFFE || u == 0xFFFF;
+    };
+    const auto special = [&unwritable](QChar c) {
         const char16_t u = c.unicode();
-        return u == u'&' || u == u'"' || u == u'<' || u == u'>';
+        return u == u'&' || u == u'"' || u == u'<' || u == u'>' || unwritable(u);
     };
     if (std::none_of(Text.begin(), Text.end(), special)) {
         out += Text;
@@ -52,13 +57,7 @@ void HtmlText::AppendAttribute(QString& out, QStringView Text)
             out += QLatin1String("&gt;");
             break;
         default:
-            // Control characters and the two non-characters cannot appear in XML at all,
-            // not even as references, so the SVG block would no longer parse.
-            if ((c.unicode() < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') ||
-                c.unicode() == 0xFFFE || c.unicode() == 0xFFFF)
-                out += QChar(QChar::ReplacementCharacter);
-            else
-                out += c;
+            out += unwritable(c.unicode()) ? QChar(QChar::ReplacementCharacter) : c;
         }
     }
 }
