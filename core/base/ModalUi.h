@@ -10,6 +10,7 @@ class ModalUi
 {
 public:
     enum class Icon { Information, Critical };
+    enum class SaveChoice { Save, Discard, Cancel };
 
     virtual ~ModalUi() = default;
     // A message box titled "Corvane" with an OK button.
@@ -25,6 +26,18 @@ public:
     virtual bool Question(const QString& Text) = 0;
     // The same with the critical icon, for a question before something is thrown away.
     virtual bool CriticalQuestion(const QString& Text) { return Question(Text); }
+    // Before a modified map closes: "Do you want to save the changes ..." with Save
+    // (the default), Discard and Cancel. Without a box of its own, a Yes/No question:
+    // Yes discards, No cancels.
+    virtual SaveChoice AskToSaveChanges(const QString& Caption)
+    {
+        return Question(SaveChangesQuestion(Caption)) ? SaveChoice::Discard : SaveChoice::Cancel;
+    }
+    static QString SaveChangesQuestion(const QString& Caption)
+    {
+        return QStringLiteral("Do you want to save the changes to \"%1\" before closing?")
+            .arg(Caption);
+    }
     // "Load Picture"; the chosen path, or empty when cancelled.
     virtual QString AskForPicture() = 0;
     // "Open Map"; the chosen path, or empty when cancelled.

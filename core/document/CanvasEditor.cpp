@@ -21,6 +21,12 @@ bool CanvasEditor::IsShapeIndex(std::int16_t Index) const
     return Index >= 0 && Index <= m_document.ItemCount();
 }
 
+void CanvasEditor::BeforeChange(std::int16_t Index) const
+{
+    if (m_beforeChange)
+        m_beforeChange(Index);
+}
+
 void CanvasEditor::SnapIfAsked(std::int32_t& x, std::int32_t& y) const
 {
     if (m_document.GridSnap)
@@ -75,6 +81,7 @@ void CanvasEditor::Pick(std::int32_t x, std::int32_t y)
         m_document.HitState = hit;
         if (hit == -2)
             continue;
+        BeforeChange(index);
         m_document.CurrentShape = index;
         m_document.BringToTop(index);
         PatShape& shape = m_document.Shape(index);
@@ -126,6 +133,7 @@ void CanvasEditor::CreateShape(std::int32_t x, std::int32_t y, std::int16_t Type
 void CanvasEditor::ContinuePolygon(std::int32_t x, std::int32_t y)
 {
     SnapIfAsked(x, y);
+    BeforeChange(m_document.CurrentShape);
     PatShape& shape = m_document.Shape(m_document.CurrentShape);
     shape.AddPointToShape(x, y, m_vertexReach);
     if (shape.IsShapeDone()) {

@@ -4,6 +4,7 @@
 #include "core/shape/PatShape.h"
 
 #include <cstdint>
+#include <functional>
 
 class MapDocument;
 
@@ -32,6 +33,12 @@ public:
     // unless a view scale asks for the same reach on screen).
     void SetVertexReach(std::int32_t Reach) { m_vertexReach = Reach; }
     std::int32_t VertexReach() const { return m_vertexReach; }
+    // Called with a shape's index just before a press changes that shape (other than
+    // the top shape), so that the change can be recorded for undo.
+    void SetBeforeChange(std::function<void(std::int16_t)> Hook)
+    {
+        m_beforeChange = std::move(Hook);
+    }
 
     // Where a body was grabbed, in whole grid steps from the shape's top-left corner.
     std::int32_t GrabOffsetX() const { return m_grabOffsetX; }
@@ -42,6 +49,9 @@ private:
     std::int32_t m_grabOffsetX = 0;
     std::int32_t m_grabOffsetY = 0;
     std::int32_t m_vertexReach = PatShape::VertexReach;
+    std::function<void(std::int16_t)> m_beforeChange;
+
+    void BeforeChange(std::int16_t Index) const;
 
     double GridStep() const;
     void SnapIfAsked(std::int32_t& x, std::int32_t& y) const;

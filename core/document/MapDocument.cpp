@@ -73,6 +73,30 @@ void MapDocument::DeleteShape()
     DrawShapes();
 }
 
+void MapDocument::InsertTopShape(std::int16_t Index, const PatShape& Shape)
+{
+    if (Index < 0 || Index > m_itemCount + 1)
+        throw IndexOutOfRangeError();
+    const std::int16_t count = ToInt16(static_cast<std::int64_t>(m_itemCount) + 2);
+    PatShape shape = Shape;
+    const double zoom = shape.Zoom();
+    shape.SetOpenGeneralInfo(m_surface, zoom);
+    if (zoom != 0.0 && zoom != ZoomLevel)
+        shape.ResetPointsToZoom(ZoomLevel);
+    for (std::int16_t& entry : m_shapeOrder) {
+        if (entry >= Index)
+            ++entry;
+    }
+    m_shapeOrder.insert(m_shapeOrder.begin(), Index);
+    m_shapes.insert(m_shapes.begin() + Index, std::move(shape));
+    m_itemCount = static_cast<std::int16_t>(count - 1);
+    CurrentShape = Index;
+    HitState = -2;
+    PolygonInProgress = false;
+    SetShapeColors();
+    ClearCanvas();
+}
+
 void MapDocument::DrawShapes()
 {
     if (m_itemCount == -1 || PolygonInProgress || m_surface == nullptr)

@@ -107,6 +107,9 @@ public:
     void SetNewShape(const PatShape& NewShape);
     void MorphShape(std::int16_t SType);
     void ResizeShapeArray(std::int16_t newsize, bool KillAll);
+    // Puts Shape back on top at index Index, the later shapes moving up one: the
+    // reverse of DeleteShape. The shape is shown at the present zoom.
+    void InsertTopShape(std::int16_t Index, const PatShape& Shape);
     // Replaces the list with NewShapes[0..N] in creation order, shape 0 on top.
     void ReSetShapeArray(const std::vector<PatShape>& NewShapes, std::int16_t N);
     // Replaces the list as read from a file: ShapeOrder = Order. Throws
@@ -122,6 +125,10 @@ public:
     void ClearCanvas();
 
 private:
+    // Undo steps put recorded shapes and orders back without going through the
+    // editing operations.
+    friend class MapChange;
+
     std::vector<PatShape> m_shapes;
     std::vector<std::int16_t> m_shapeOrder;
     std::int16_t m_itemCount = -1;

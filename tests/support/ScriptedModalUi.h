@@ -24,7 +24,11 @@ public:
     QStringList opened;
     QStringList prompts;
 
+    // Save questions asked before closing a modified map (the map's caption).
+    QStringList saveQuestions;
     QQueue<bool> answers;
+    // Answers to the save question; an empty queue cancels.
+    QQueue<SaveChoice> saveChoices;
     QQueue<QString> pictures;
     QQueue<QString> mapsToOpen;
     QQueue<QString> mapNamesToSave;
@@ -43,6 +47,11 @@ public:
     {
         questions.append(Text);
         return answers.isEmpty() ? false : answers.dequeue();
+    }
+    SaveChoice AskToSaveChanges(const QString& Caption) override
+    {
+        saveQuestions.append(Caption);
+        return saveChoices.isEmpty() ? SaveChoice::Cancel : saveChoices.dequeue();
     }
     QString AskForPicture() override { return pictures.isEmpty() ? QString() : pictures.dequeue(); }
     QString AskForMapToOpen() override

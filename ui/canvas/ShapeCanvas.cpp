@@ -7,6 +7,9 @@
 #include "core/document/CanvasHost.h"
 #include "core/document/CanvasLayout.h"
 #include "core/document/CommandGuard.h"
+#include "core/document/DeleteShapeCommand.h"
+#include "core/document/EditShapesCommand.h"
+#include "core/document/NudgeShapeCommand.h"
 #include "core/document/OpenMapCount.h"
 #include "core/document/PointerArea.h"
 #include "core/document/ScrollBarRange.h"
@@ -26,6 +29,7 @@
 #include <QStyle>
 #include <QWheelEvent>
 #include <cmath>
+#include <utility>
 
 ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     : QWidget(parent), m_host(Host), m_editor(m_document)
@@ -41,6 +45,9 @@ ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     m_document.SetSurface(m_canvas);
     m_document.HitState = -2;
     SetPicSize();
+    m_editor.SetBeforeChange([this](std::int16_t index) { m_history.TouchInGesture(index); });
+    connect(&m_history.Stack(), &QUndoStack::cleanChanged, this,
+            [this](bool clean) { setWindowModified(!clean); });
 }
 
 ShapeCanvas::~ShapeCanvas()
@@ -422,6 +429,7 @@ bool ShapeCanvas::PointerConfined() const
 
 void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 {
+    m_history.BeginGesture();
     Guarded([&] {
         const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
         m_editor.Press(RoundToInt32(p.x()), RoundToInt32(p.y()), m_host.CurrentDrawingMode());
@@ -431,11 +439,17 @@ void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
 {
     VertexEditor::Outcome outcome = VertexEditor::Outcome::NotOnPolygon;
+    // The polygon edited may lie anywhere in the stack.
+    m_history.BeginGesture(true);
     Guarded([&] {
         const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
         outcome = VertexEditor::Edit(m_document, RoundToInt32(p.x()), RoundToInt32(p.y()),
                                      m_editor.VertexReach());
     });
+    if (outcome == VertexEditor::Outcome::Inserted)
+        m_gestureName = QStringLiteral("Insert Vertex");
+    else if (outcome == VertexEditor::Outcome::Deleted)
+        m_gestureName = QStringLiteral("Delete Vertex");
     if (outcome == VertexEditor::Outcome::TooFewVertices) {
         m_pointer->ReleaseAll();
         m_host.Dialogs().Message(VertexEditor::TooFewVerticesMessage(), ModalUi::Icon::Critical);
@@ -474,8 +488,44 @@ void ShapeCanvas::OnReleased(QPointF Position, QPoint GlobalPosition)
     Q_UNUSED(Position);
     Q_UNUSED(GlobalPosition);
     Guarded([&] { m_editor.Release(); });
-    if (!m_document.PolygonInProgress)
+    if (!m_document.PolygonInProgress) {
         m_pointer->End();
+        FinishGesture();
+    }
+}
+
+void ShapeCanvas::FinishGesture()
+{
+    if (!m_history.GestureOpen())
+        return;
+    QString name;
+    if (m_history.GestureAddsShapes()) {
+        switch (m_document.Shapes().back().GetShapeType()) {
+        case Circle:
+            name = QStringLiteral("Draw Circle");
+            break;
+        case Polygon:
+            name = QStringLiteral("Draw Polygon");
+            break;
+        default:
+            name = QStringLiteral("Draw Rectangle");
+            break;
+        }
+    } else if (m_document.HitState == -1) {
+        name = QStringLiteral("Move Shape");
+    } else if (m_document.HitState >= 0) {
+        name = QStringLiteral("Reshape Shape");
+    } else {
+        name = QStringLiteral("Bring to Top");
+    }
+    if (!m_gestureName.isEmpty())
+        name = std::exchange(m_gestureName, QString());
+    m_history.FinishGesture(name, QStringLiteral("Bring to Top"));
+}
+
+void ShapeCanvas::SettleGesture()
+{
+    FinishGesture();
 }
 
 void ShapeCanvas::OnDoubleClicked()
@@ -503,10 +553,42 @@ bool ShapeCanvas::event(QEvent* event)
 void ShapeCanvas::OnKeyPressed(int Key)
 {
     const bool building = m_document.PolygonInProgress;
-    Guarded([&] { m_editor.KeyDown(Key); });
-    // A polygon closed or abandoned from the keyboard frees the pointer as a click would.
-    if (building && !m_document.PolygonInProgress)
-        m_pointer->End();
+    if (Key == Qt::Key_Delete && !building) {
+        if (m_document.ItemCount() >= 0)
+            DeleteShape();
+        return;
+    }
+    // Keys while a shape is drawn or dragged belong to that gesture's step.
+    if (building || m_history.GestureOpen()) {
+        Guarded([&] { m_editor.KeyDown(Key); });
+        // A polygon closed or abandoned from the keyboard frees the pointer as a click
+        // would.
+        if (building && !m_document.PolygonInProgress) {
+            m_pointer->End();
+            FinishGesture();
+        }
+        return;
+    }
+    Nudge(Key);
+}
+
+void ShapeCanvas::Nudge(int Key)
+{
+    Guarded([&] {
+        std::optional<MapChange> change =
+            m_history.Capture({}, false, false, [&] { m_editor.KeyDown(Key); });
+        if (!change)
+            return;
+        // Tab restacks; the arrows move.
+        if (change->OnlyRestacks()) {
+            m_history.Push(
+                new EditShapesCommand(*this, QStringLiteral("Bring to Top"), std::move(*change)));
+            return;
+        }
+        const QString name = m_document.HitState == -1 ? QStringLiteral("Move Shape")
+                                                       : QStringLiteral("Reshape Shape");
+        m_history.Push(new NudgeShapeCommand(*this, name, std::move(*change)));
+    });
 }
 
 // ---- lifecycle ---------------------------------------------------------------------
@@ -517,11 +599,31 @@ void ShapeCanvas::closeEvent(QCloseEvent* event)
         event->accept();
         return;
     }
-    const QString question = QStringLiteral("Are you sure you are done editing ") +
-                             QLatin1Char('"') + windowTitle() + QLatin1Char('"') + QLatin1Char('?');
-    if (!m_host.Dialogs().Question(question)) {
-        event->ignore();
-        return;
+    SettleGesture();
+    if (IsModified()) {
+        switch (m_host.Dialogs().AskToSaveChanges(windowTitle())) {
+        case ModalUi::SaveChoice::Save:
+            SaveMap();
+            // A failed or cancelled save keeps the window.
+            if (IsModified()) {
+                event->ignore();
+                return;
+            }
+            break;
+        case ModalUi::SaveChoice::Discard:
+            break;
+        case ModalUi::SaveChoice::Cancel:
+            event->ignore();
+            return;
+        }
+    } else {
+        const QString question = QStringLiteral("Are you sure you are done editing ") +
+                                 QLatin1Char('"') + windowTitle() + QLatin1Char('"') +
+                                 QLatin1Char('?');
+        if (!m_host.Dialogs().Question(question)) {
+            event->ignore();
+            return;
+        }
     }
     m_pointer->ReleaseAll();
     m_counted = false;
@@ -548,6 +650,7 @@ bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
     m_fileName = result.fileName;
     setWindowTitle(Module1::FileTitle(m_fileName));
     SetZoomLevel(m_document.ZoomLevel);
+    m_history.Stack().clear();
     return true;
 }
 
@@ -567,6 +670,7 @@ void ShapeCanvas::SaveMap()
     }
     m_fileName = name;
     setWindowTitle(Module1::FileTitle(name));
+    m_history.Stack().setClean();
 }
 
 void ShapeCanvas::SaveMapAs()
@@ -609,9 +713,21 @@ void ShapeCanvas::CheckTheURLs()
 
 // ---- shape commands ----------------------------------------------------------------
 
-void ShapeCanvas::DeleteShape()
+void ShapeCanvas::DeleteShape(const QString& StepName)
 {
-    Guarded([&] { m_document.DeleteShape(); });
+    SettleGesture();
+    Guarded([&] {
+        if (m_document.ItemCount() < 0)
+            return;
+        auto* step = new DeleteShapeCommand(*this, StepName, m_document);
+        try {
+            m_document.DeleteShape();
+        } catch (...) {
+            delete step;
+            throw;
+        }
+        m_history.Push(step);
+    });
 }
 
 bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
@@ -623,17 +739,58 @@ bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
 
 void ShapeCanvas::SetNewShape(const PatShape& NewShape)
 {
-    GuardedWithSnapshot([&] { m_document.SetNewShape(NewShape); });
+    SettleGesture();
+    GuardedWithSnapshot([&] {
+        m_history.Record(QStringLiteral("Paste Shape"), {}, false,
+                         [&] { m_document.SetNewShape(NewShape); });
+    });
 }
 
 void ShapeCanvas::MorphShape(std::int16_t SType)
 {
-    GuardedWithSnapshot([&] { m_document.MorphShape(SType); });
+    SettleGesture();
+    GuardedWithSnapshot([&] {
+        m_history.Record(QStringLiteral("Morph Shape"), {}, false,
+                         [&] { m_document.MorphShape(SType); });
+    });
 }
 
 void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
 {
-    m_host.ShowShapeProperties(*this, TheIndex == -1 ? 1 : TheIndex);
+    RecordEditAll(QStringLiteral("Shape Properties"), true,
+                  [&] { m_host.ShowShapeProperties(*this, TheIndex == -1 ? 1 : TheIndex); });
+}
+
+// ---- undo ------------------------------------------------------------------------------
+
+void ShapeCanvas::Undo()
+{
+    m_pointer->ReleaseAll();
+    Guarded([&] { m_history.Undo(); });
+}
+
+void ShapeCanvas::Redo()
+{
+    Guarded([&] { m_history.Redo(); });
+}
+
+bool ShapeCanvas::RecordEdit(const QString& Name, const std::vector<std::int16_t>& Indices,
+                             bool WithProperties, const std::function<void()>& Edit)
+{
+    SettleGesture();
+    return m_history.Record(Name, Indices, WithProperties, Edit);
+}
+
+bool ShapeCanvas::RecordEditAll(const QString& Name, bool WithProperties,
+                                const std::function<void()>& Edit)
+{
+    SettleGesture();
+    return m_history.RecordAll(Name, WithProperties, Edit);
+}
+
+void ShapeCanvas::StepChangedView()
+{
+    SetZoomLevel(m_document.ZoomLevel);
 }
 
 void ShapeCanvas::DrawShapes()

@@ -2,13 +2,17 @@
 
 #include "core/document/CanvasEditor.h"
 #include "core/document/MapDocument.h"
+#include "core/document/MapHistory.h"
+#include "core/document/StepTarget.h"
 #include "core/shape/ShapeGeometry.h"
 
 #include <QImage>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <vector>
 
 class CanvasHost;
 class CanvasSurface;
@@ -23,7 +27,7 @@ class QScrollBar;
 //
 // Public API used by the frame and the dialogs. Child widgets carry the object names
 // HoldPicbox, TheCanvas, HoldImage, HScroll1, VScroll1 and BntScrollEnd.
-class ShapeCanvas : public QWidget
+class ShapeCanvas : public QWidget, public StepTarget
 {
     Q_OBJECT
 public:
@@ -57,7 +61,8 @@ public:
     void CheckTheURLs();
 
     // ---- shape commands (errors become a critical message; the map stays whole) ----
-    void DeleteShape();
+    // Deletes the top shape as an undo step named StepName.
+    void DeleteShape(const QString& StepName = QStringLiteral("Delete Shape"));
     // Copies the top shape into CopyOfShape; false when the map has no shapes.
     bool SetShapeEqualToTopShape(PatShape& CopyOfShape);
     void SetNewShape(const PatShape& NewShape);
@@ -66,6 +71,26 @@ public:
     void DrawShapes();
     void ReStackArrayFromOptions(std::int16_t NewTopIndex);
     void SetShapeColors();
+
+    // ---- undo and modified state -----------------------------------------------------
+    // Every change to the map is a step of History(); the map is modified while the
+    // stack is away from its clean index (set on open and on every successful save).
+    MapHistory& History() { return m_history; }
+    QUndoStack& UndoStack() { return m_history.Stack(); }
+    bool IsModified() const { return !m_history.Stack().isClean(); }
+    void Undo();
+    void Redo();
+    // Runs Edit as one undo step named Name (MapHistory::Record): Indices names the
+    // existing shapes it may change, WithProperties adds the map's own fields. A mouse
+    // gesture still open (a polygon being drawn) becomes its own step first.
+    bool RecordEdit(const QString& Name, const std::vector<std::int16_t>& Indices,
+                    bool WithProperties, const std::function<void()>& Edit);
+    // The same for an edit that may change every shape (import, properties dialog).
+    bool RecordEditAll(const QString& Name, bool WithProperties, const std::function<void()>& Edit);
+
+    // ---- StepTarget ------------------------------------------------------------------
+    MapDocument& StepDocument() override { return m_document; }
+    void StepChangedView() override;
 
     // ---- view state ----------------------------------------------------------------
     // The drawing surface TheCanvas and the buffer HoldImage.
@@ -120,6 +145,9 @@ private:
     // Counted in OpenMapCount until a confirmed close.
     bool m_counted = false;
     std::unique_ptr<PointerConfinement> m_pointer;
+    MapHistory m_history{*this};
+    // Names the open gesture when the press itself decided what it is.
+    QString m_gestureName;
 
     void BuildChildren();
     void ResizeSurface(double Width, double Height);
@@ -139,6 +167,11 @@ private:
     void OnHChange(int Value);
     void OnVChange(int Value);
     void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
+    // Ends an open mouse gesture as its own step, before another command changes the
+    // map.
+    void SettleGesture();
+    void FinishGesture();
+    void Nudge(int Key);
     template <class Command> bool Guarded(Command&& command);
     template <class Command> bool GuardedWithSnapshot(Command&& command);
 };

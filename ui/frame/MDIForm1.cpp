@@ -16,9 +16,11 @@
 #include "ui/frame/AppResources.h"
 #include "ui/frame/Credits.h"
 #include "ui/frame/FrameMenus.h"
+#include "ui/frame/MapCaption.h"
 #include "ui/frame/MapCommandSet.h"
 #include "ui/frame/StartUp.h"
 #include "ui/frame/ToolStrip.h"
+#include "ui/frame/UndoActions.h"
 #include "ui/tools/ConvertHTMLtoMap.h"
 #include "ui/tools/GeneratedCodeForm.h"
 #include "ui/tools/MapTestCommand.h"
@@ -31,6 +33,8 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolButton>
@@ -78,7 +82,13 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
     ConnectToolStrip();
     m_mapCommands = std::make_unique<MapCommandSet>(*this);
     SetMapCommandsEnabled(OpenMapCount > 0);
+    m_undoActions = new UndoActions(*findChild<QMenu*>(QStringLiteral("edit")),
+                                    *m_toolStrip->Button(QStringLiteral("btnUndo")),
+                                    *m_toolStrip->Button(QStringLiteral("btnRedo")), this);
+    connect(m_undoActions, &UndoActions::UndoRequested, this, &MDIForm1::Undo);
+    connect(m_undoActions, &UndoActions::RedoRequested, this, &MDIForm1::Redo);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, &MDIForm1::UpdateZoomPanel);
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, &MDIForm1::OnMapActivated);
 
     // Centred on the screen, large enough for a picture and the strip.
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
@@ -119,9 +129,12 @@ ShapeCanvas* MDIForm1::AddMapWindow()
     map->setAttribute(Qt::WA_DeleteOnClose);
     // What the user sees of the map: the map's zoom times the view scale.
     connect(map, &ShapeCanvas::ViewScaleChanged, this, &MDIForm1::UpdateZoomPanel);
+    auto* caption = new MapCaption(*map, [this] { UpdateTitle(); });
     QMdiSubWindow* window = m_mdiArea->addSubWindow(map);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWindowIcon(Icon("vantrel"));
+    caption->Attach(*window);
+    m_undoActions->Track(*map);
     return map;
 }
 
@@ -231,6 +244,18 @@ void MDIForm1::OnActiveMap(const std::function<void(ShapeCanvas&)>& Command)
     }
 }
 
+void MDIForm1::Undo()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.Undo(); });
+    UpdateZoomPanel();
+}
+
+void MDIForm1::Redo()
+{
+    OnActiveMap([](ShapeCanvas& map) { map.Redo(); });
+    UpdateZoomPanel();
+}
+
 void MDIForm1::SaveMap()
 {
     OnActiveMap([](ShapeCanvas& map) { map.SaveMap(); });
@@ -313,7 +338,7 @@ void MDIForm1::ShowImageSize()
 {
     OnActiveMap([this](ShapeCanvas& map) {
         ImageSize dialog(map, m_ui, this);
-        ExecDialog(dialog);
+        map.RecordEdit(QStringLiteral("Image Size"), {}, true, [&] { ExecDialog(dialog); });
     });
     UpdateZoomPanel();
 }
@@ -322,7 +347,7 @@ void MDIForm1::ShowGridOptions()
 {
     OnActiveMap([this](ShapeCanvas& map) {
         GridForm dialog(map, m_ui, this);
-        ExecDialog(dialog);
+        map.RecordEdit(QStringLiteral("Grid Options"), {}, true, [&] { ExecDialog(dialog); });
     });
 }
 
@@ -330,7 +355,7 @@ void MDIForm1::ShowMapColors()
 {
     OnActiveMap([this](ShapeCanvas& map) {
         ColorPicker dialog(map, m_ui, this);
-        ExecDialog(dialog);
+        map.RecordEdit(QStringLiteral("Map Colors"), {}, true, [&] { ExecDialog(dialog); });
     });
 }
 
@@ -343,7 +368,7 @@ void MDIForm1::ShowConvertHtml()
 {
     OnActiveMap([this](ShapeCanvas& map) {
         ConvertHTMLtoMap dialog(map, m_ui, this);
-        ExecDialog(dialog);
+        map.RecordEditAll(QStringLiteral("Import HTML"), true, [&] { ExecDialog(dialog); });
     });
 }
 
@@ -375,6 +400,26 @@ void MDIForm1::UpdateZoomPanel()
                                         : QStringLiteral("Zoom: %1%")
                                               .arg(qRound(map->Document().ZoomLevel *
                                                           map->ViewScaleFactor() * 100)));
+}
+
+void MDIForm1::OnMapActivated()
+{
+    m_undoActions->SetActive(ActiveMapWindow());
+    UpdateTitle();
+}
+
+void MDIForm1::UpdateTitle()
+{
+    // The product's caption alone while no map is open.
+    const QString product = QStringLiteral("Vantrel 1.0.1");
+    const ShapeCanvas* map = ActiveMapWindow();
+    if (map == nullptr) {
+        setWindowTitle(product);
+        setWindowModified(false);
+        return;
+    }
+    setWindowTitle(product + QStringLiteral(" - ") + MapCaption::Marked(map->windowTitle()));
+    setWindowModified(map->IsModified());
 }
 
 // ---- CanvasHost -----------------------------------------------------------------------

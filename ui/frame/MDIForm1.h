@@ -14,6 +14,7 @@ class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class ToolStrip;
+class UndoActions;
 
 // The editor's main window: menus, the tool strip with the drawing modes, the status
 // bar and one child window per open map. Commands act on the active map.
@@ -47,6 +48,9 @@ public:
     ToolStrip& Tools() const { return *m_toolStrip; }
 
     // ---- commands on the active map --------------------------------------------------
+    void Undo();
+    void Redo();
+    UndoActions& Undoing() const { return *m_undoActions; }
     void SaveMap();
     void SaveMapAs();
     void GenerateCode();
@@ -90,6 +94,7 @@ private:
     QLabel* m_statusPanel;
     QLabel* m_zoomPanel;
     std::unique_ptr<MapCommandSet> m_mapCommands;
+    UndoActions* m_undoActions = nullptr;
 
     void ConnectToolStrip();
     ShapeCanvas* AddMapWindow();
@@ -97,6 +102,9 @@ private:
     void DiscardMapWindow(ShapeCanvas* Map);
     void ZoomBy(bool In);
     void UpdateZoomPanel();
+    // Undo and the frame's title follow the active map.
+    void OnMapActivated();
+    void UpdateTitle();
     // Runs Command on the active map; an error becomes a critical message and the
     // program goes on.
     void OnActiveMap(const std::function<void(ShapeCanvas&)>& Command);

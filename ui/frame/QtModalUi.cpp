@@ -46,6 +46,22 @@ bool QtModalUi::CriticalQuestion(const QString& Text)
     return Ask(m_parent, Text, QMessageBox::Critical);
 }
 
+ModalUi::SaveChoice QtModalUi::AskToSaveChanges(const QString& Caption)
+{
+    QMessageBox box(QMessageBox::Warning, Title, SaveChangesQuestion(Caption),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_parent);
+    box.setInformativeText(QStringLiteral("Your changes will be lost if you don't save them."));
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return SaveChoice::Save;
+    case QMessageBox::Discard:
+        return SaveChoice::Discard;
+    default:
+        return SaveChoice::Cancel;
+    }
+}
+
 QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStringList& Filters)
 {
     // The program's folder, as the dialogs always started there; an installed program's

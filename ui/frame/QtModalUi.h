@@ -16,6 +16,7 @@ public:
     void DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail) override;
     bool Question(const QString& Text) override;
     bool CriticalQuestion(const QString& Text) override;
+    SaveChoice AskToSaveChanges(const QString& Caption) override;
     QString AskForPicture() override;
     QString AskForMapToOpen() override;
     QString AskForMapNameToSave() override;

@@ -18,7 +18,7 @@ void ShapeClipboard::Copy(ShapeCanvas& Map)
 void ShapeClipboard::Cut(ShapeCanvas& Map)
 {
     Copy(Map);
-    Map.DeleteShape();
+    Map.DeleteShape(QStringLiteral("Cut Shape"));
 }
 
 void ShapeClipboard::Paste(ShapeCanvas& Map, ModalUi& Ui)

@@ -95,6 +95,11 @@ ToolStrip::ToolStrip(QWidget* parent)
             ++row;
         if (i == 3 || i == 7 || i == 11)
             grid->addWidget(Rule(m_frame1), row++, 0, 1, 2);
+        // Undo and redo lead the edit group.
+        if (i == 3) {
+            grid->addWidget(MakeButton(m_frame1, "btnUndo", "Undo", "undo"), row, 0);
+            grid->addWidget(MakeButton(m_frame1, "btnRedo", "Redo", "redo"), row++, 1);
+        }
     }
 
     auto* caption = new QLabel(tr("Draw"), m_frame1);

@@ -74,7 +74,7 @@ private slots:
         QVERIFY(shapesSeen > 5);
         QVERIFY(polygonsClosed > 0);
         QVERIFY(host.propertiesShown > 0);
-        host.ui.answers << true;
+        host.ui.saveChoices << ModalUi::SaveChoice::Discard;
         QVERIFY(canvas.close());
     }
 };
