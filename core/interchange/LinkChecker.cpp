@@ -3,7 +3,9 @@
 #include "core/interchange/LinkProbe.h"
 
 #include <QFileInfo>
+#include <QHostAddress>
 #include <QNetworkAccessManager>
+#include <QNetworkProxyFactory>
 #include <QTimer>
 
 namespace {
@@ -12,11 +14,26 @@ namespace {
 // this many per turn of the event loop keeps the window responsive.
 constexpr int FilesPerTurn = 500;
 
+// The desktop's proxy settings (http_proxy, no_proxy...), as a browser would use them,
+// except for this machine itself.
+class DesktopProxies : public QNetworkProxyFactory
+{
+public:
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& Query) override
+    {
+        const QString host = Query.peerHostName();
+        if (host == QLatin1String("localhost") || QHostAddress(host).isLoopback())
+            return {QNetworkProxy(QNetworkProxy::NoProxy)};
+        return systemProxyForQuery(Query);
+    }
+};
+
 } // namespace
 
 LinkChecker::LinkChecker(QObject* parent)
     : QObject(parent), m_network(new QNetworkAccessManager(this))
 {
+    m_network->setProxyFactory(new DesktopProxies);
 }
 
 LinkChecker::~LinkChecker()
