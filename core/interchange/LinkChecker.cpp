@@ -54,12 +54,12 @@ QString LinkChecker::Key(const QUrl& Url)
     return Url.adjusted(QUrl::RemoveFragment).toString(QUrl::FullyEncoded);
 }
 
-void LinkChecker::Check(const QString& Key)
+void LinkChecker::Check(const QString& Key, const QUrl& Url)
 {
     if (m_running.contains(Key) || m_queued.contains(Key))
         return;
     m_queued.insert(Key);
-    m_waiting.push_back(Key);
+    m_waiting.emplace_back(Key, Url);
     m_owesIdle = true;
     ScheduleNext();
 }
@@ -91,8 +91,8 @@ void LinkChecker::StartNext()
     m_scheduled = false;
     int files = 0;
     while (!m_waiting.empty() && m_running.size() < m_maxConcurrent) {
-        const QString key = m_waiting.front();
-        const QUrl url = QUrl::fromEncoded(key.toUtf8());
+        const QString key = m_waiting.front().first;
+        const QUrl url = m_waiting.front().second;
         if (url.isLocalFile()) {
             if (files == FilesPerTurn) {
                 ScheduleNext();

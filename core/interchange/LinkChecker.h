@@ -8,6 +8,7 @@
 #include <QUrl>
 #include <chrono>
 #include <deque>
+#include <utility>
 
 class LinkProbe;
 class QNetworkAccessManager;
@@ -27,8 +28,9 @@ public:
     std::chrono::milliseconds Timeout() const { return m_timeout; }
     void SetMaxConcurrent(int Count) { m_maxConcurrent = qMax(1, Count); }
 
-    // Queues an http(s) or file address, given as its Key().
-    void Check(const QString& Key);
+    // Queues an http(s) or file address; Key is Key(Url), which the caller may keep.
+    void Check(const QString& Key, const QUrl& Url);
+    void Check(const QUrl& Url) { Check(Key(Url), Url); }
     // Forgets the queue and stops the requests in flight; nothing more is reported.
     void Cancel();
     bool IsBusy() const { return !m_waiting.empty() || !m_running.isEmpty(); }
@@ -54,7 +56,7 @@ private:
     QNetworkAccessManager* m_network;
     std::chrono::milliseconds m_timeout{10000};
     int m_maxConcurrent = 6;
-    std::deque<QString> m_waiting;
+    std::deque<std::pair<QString, QUrl>> m_waiting;
     QSet<QString> m_queued;
     QHash<QString, LinkProbe*> m_running;
     bool m_scheduled = false;

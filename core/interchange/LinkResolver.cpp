@@ -109,6 +109,20 @@ ResolvedLink Classify(const QUrl& Url)
     return Malformed(QStringLiteral("unknown scheme \"%1\"").arg(Url.scheme()));
 }
 
+// A base is a web address with a host, a local folder, or an address of some other
+// scheme; anything else would only produce nonsense.
+bool UsableBase(const QUrl& Base)
+{
+    const QString scheme = Base.scheme().toLower();
+    if (!Base.isValid() || scheme.isEmpty())
+        return false;
+    if (scheme == QLatin1String("http") || scheme == QLatin1String("https"))
+        return !Base.host().isEmpty();
+    if (scheme == QLatin1String("file"))
+        return Base.path().startsWith(QLatin1Char('/'));
+    return true;
+}
+
 } // namespace
 
 QString ResolvedLink::Address() const
@@ -138,7 +152,7 @@ LinkResolver::LinkResolver(const QString& BaseURL, const QString& PictureFolder)
         m_base = QUrl::fromLocalFile(base);
     else
         m_base = QUrl::fromUserInput(base); // "www.site.org/": what the address bar does
-    if (HasWhitespace(base) || !m_base.isValid())
+    if (HasWhitespace(base) || !UsableBase(m_base))
         m_baseProblem = QStringLiteral("bad base URL");
 }
 

@@ -116,7 +116,7 @@ void LinkTableModel::StartCheck(int Row)
     // Every address in m_waiting is queued with the checker already.
     QList<int>& rows = m_waiting[row.key];
     if (rows.isEmpty())
-        m_checker->Check(row.key);
+        m_checker->Check(row.key, row.resolved.url);
     rows.append(Row);
 }
 
