@@ -2,6 +2,7 @@
 
 #include "core/base/ModalUi.h"
 #include "core/base/Module1.h"
+#include "core/base/Numeric.h"
 #include "core/interchange/BrokenLinkFilter.h"
 #include "core/interchange/LinkResolver.h"
 #include "core/interchange/LinkTableModel.h"
@@ -207,7 +208,15 @@ void URLChecker::Edit()
         QStringLiteral("Changing URL to..."), QStringLiteral("Change URL"), m_combo->currentText());
     if (!answer || answer->isEmpty())
         return;
-    if (!m_list.Edit(index, *answer, m_map.Document()))
+    // One undo step: the shape's URL, or the default area's with the map's own fields.
+    const bool isDefault = m_list.IsDefaultEntry(index);
+    std::vector<std::int16_t> shapes;
+    if (!isDefault)
+        shapes.push_back(ToInt16(index));
+    bool edited = false;
+    m_map.RecordEdit(QStringLiteral("Edit URL"), shapes, isDefault,
+                     [&] { edited = m_list.Edit(index, *answer, m_map.Document()); });
+    if (!edited)
         return;
     m_combo->setItemText(index, *answer);
     ApplyBase();

@@ -90,6 +90,20 @@ void TestURLChecker::opensOnTheHelpPageAndEditsTheList()
     QCOMPARE(combo->itemText(0), QStringLiteral("fixed.htm"));
     QCOMPARE(doc.GetURL(1), QString());
     QCOMPARE(doc.DefURL, QStringLiteral("index.htm"));
+    // A cancelled prompt changes nothing.
+    checker.Edit();
+    QCOMPARE(doc.GetURL(0), QStringLiteral("fixed.htm"));
+
+    // Each edit is one undo step of the map, which is now modified.
+    QVERIFY(map.IsModified());
+    QCOMPARE(map.UndoStack().count(), 2);
+    QCOMPARE(map.UndoStack().undoText(), QStringLiteral("Edit URL"));
+    map.Undo();
+    QCOMPARE(doc.GetURL(0), QStringLiteral("first.htm"));
+    QCOMPARE(doc.DefURL, QStringLiteral("index.htm"));
+    map.Undo();
+    QCOMPARE(doc.DefURL, QStringLiteral("home.htm"));
+    QVERIFY(!map.IsModified());
 }
 
 void TestURLChecker::checkOpensTheResolvedAddress_data()
