@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr int NarrowestField = 360;
+// Room for an ordinary address even when the prompt starts empty or short.
+constexpr int NarrowestChars = 60;
 // The line edit's frame and padding around the text, and the dialog's margins.
 constexpr int FieldPadding = 24;
 constexpr int DialogMargins = 60;
@@ -28,6 +29,7 @@ WidePrompt::WidePrompt(const QString& Label, const QString& Title, const QString
     const int wanted =
         fontMetrics().horizontalAdvance(Text) + fontMetrics().averageCharWidth() + FieldPadding;
     // The dialog sizes itself to its layout, so the field is what must be wide.
+    const int narrowest = fontMetrics().averageCharWidth() * NarrowestChars;
     if (auto* field = findChild<QLineEdit*>())
-        field->setMinimumWidth(qBound(NarrowestField, wanted, qMax(NarrowestField, widest)));
+        field->setMinimumWidth(qBound(narrowest, wanted, qMax(narrowest, widest)));
 }
