@@ -139,6 +139,10 @@ void MapDocument::MorphShape(std::int16_t SType)
 {
     if (m_itemCount < 0 || SType < Circle || SType > Polygon)
         return;
+    // A polygon still being drawn (on top when it is the map's first shape) stays one: its
+    // next vertices would go to a rectangle or circle, which only ever has four corners.
+    if (!TopShape().IsShapeDone())
+        return;
     TopShape().MorphTo(SType);
 }
 

@@ -54,6 +54,7 @@ private slots:
     void reStack();
     void copyAndPaste();
     void shapeCountIs16Bit();
+    void polygonBeingDrawnIsNotMorphed();
     void reSetShapeArray();
     void adoptShapes();
     void randomOperationsKeepInvariants();
@@ -118,6 +119,29 @@ void TestMapDocument::copyAndPaste()
     doc.SetNewShape(doc.Shape(0));
     QCOMPARE(State(doc), QStringLiteral("aN bN aF | 2,1,0"));
     QCOMPARE(doc.Shape(2).Comment, QString(200, 'c'));
+}
+
+void TestMapDocument::polygonBeingDrawnIsNotMorphed()
+{
+    // The first shape of a map is on top while it is drawn. Made a rectangle half-way,
+    // its next vertices made a "rectangle" of seven corners that no map file can hold.
+    MapDocument doc;
+    const std::int16_t index = doc.AddShape();
+    doc.Shape(index).SetInfo(nullptr, Focus, Polygon, 1.0, 10, 10);
+    doc.Shape(index).AddPointToShape(10, 10);
+    doc.Shape(index).AddPointToShape(60, 15);
+    doc.CurrentShape = index;
+    doc.PolygonInProgress = true;
+    doc.MorphShape(Rectangle);
+    QCOMPARE(doc.Shape(0).GetShapeType(), std::int16_t(Polygon));
+    QCOMPARE(PointsText(doc.Shape(0)), QStringLiteral("(10,10) (60,15)"));
+    // Finished, it morphs.
+    doc.Shape(index).AddPointToShape(40, 50);
+    doc.Shape(index).AddPointToShape(10, 10);
+    QVERIFY(doc.Shape(0).IsShapeDone());
+    doc.PolygonInProgress = false;
+    doc.MorphShape(Rectangle);
+    QCOMPARE(PointsText(doc.Shape(0)), QStringLiteral("(10,10) (60,10) (60,50) (10,50)"));
 }
 
 void TestMapDocument::shapeCountIs16Bit()
