@@ -90,7 +90,7 @@ void LinkChecker::StartNext()
 {
     m_scheduled = false;
     int files = 0;
-    while (!m_waiting.empty() && m_running.size() < m_maxConcurrent) {
+    while (!m_waiting.empty() && m_running.size() < MaxConcurrent) {
         const QString key = m_waiting.front().first;
         const QUrl url = m_waiting.front().second;
         if (url.isLocalFile()) {

@@ -25,16 +25,12 @@ public:
 
     // Time one address may take, redirects included.
     void SetTimeout(std::chrono::milliseconds Timeout) { m_timeout = Timeout; }
-    std::chrono::milliseconds Timeout() const { return m_timeout; }
-    void SetMaxConcurrent(int Count) { m_maxConcurrent = qMax(1, Count); }
 
     // Queues an http(s) or file address; Key is Key(Url), which the caller may keep.
     void Check(const QString& Key, const QUrl& Url);
-    void Check(const QUrl& Url) { Check(Key(Url), Url); }
     // Forgets the queue and stops the requests in flight; nothing more is reported.
     void Cancel();
     bool IsBusy() const { return !m_waiting.empty() || !m_running.isEmpty(); }
-    int Running() const { return static_cast<int>(m_running.size()); }
 
     // The key under which an address is asked and reported: the address without its
     // fragment, encoded (text hashes and compares far quicker than a QUrl).
@@ -55,7 +51,8 @@ private:
 
     QNetworkAccessManager* m_network;
     std::chrono::milliseconds m_timeout{10000};
-    int m_maxConcurrent = 6;
+    // A few at a time, as a browser asks one server.
+    static constexpr int MaxConcurrent = 6;
     std::deque<std::pair<QString, QUrl>> m_waiting;
     QSet<QString> m_queued;
     QHash<QString, LinkProbe*> m_running;

@@ -62,7 +62,7 @@ LinkStatus Answer(int Code, bool Redirected, const QUrl& Final)
 
 LinkProbe::LinkProbe(QNetworkAccessManager& Network, const QUrl& Url,
                      std::chrono::milliseconds Timeout, QObject* parent)
-    : QObject(parent), m_network(Network), m_url(Url), m_current(Url)
+    : QObject(parent), m_network(Network), m_current(Url)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(Timeout);

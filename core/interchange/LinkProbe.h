@@ -26,7 +26,6 @@ public:
     void Start();
     // Stops without reporting.
     void Abort();
-    const QUrl& Url() const { return m_url; }
 
     // More hops than this count as a loop.
     static constexpr int MaxRedirects = 10;
@@ -45,7 +44,6 @@ private:
     void DropReply();
 
     QNetworkAccessManager& m_network;
-    QUrl m_url;
     QUrl m_current;
     QSet<QUrl> m_visited;
     QNetworkReply* m_reply = nullptr;

@@ -18,7 +18,7 @@ struct LinkStatus
         FileMissing,  // a local file that is not there
         NotChecked,   // a scheme nobody can check from here (mailto, tel...)
         Malformed,    // an address that cannot be used at all
-        NoAddress,    // nothing typed
+        NoAddress,    // nothing typed (keep last: tables are sized by it)
     };
 
     State state = State::Unchecked;
@@ -29,13 +29,6 @@ struct LinkStatus
     QString Text() const;
     // A link a visitor could not follow.
     bool IsBroken() const;
-    // Checked already, or nothing to check.
-    bool IsSettled() const { return state != State::Unchecked && state != State::Checking; }
     // A short machine word for the state ("ok", "broken", ...), for JSON.
     QString Word() const;
-
-    bool operator==(const LinkStatus& other) const
-    {
-        return state == other.state && code == other.code && detail == other.detail;
-    }
 };

@@ -83,6 +83,7 @@ private:
     std::vector<Entry> m_rows;
     // Rows waiting for each address asked.
     QHash<QString, QList<int>> m_waiting;
-    std::array<int, 13> m_counts{}; // rows per LinkStatus::State
+    // Rows per LinkStatus::State (NoAddress is the last).
+    std::array<int, static_cast<std::size_t>(LinkStatus::State::NoAddress) + 1> m_counts{};
     int m_brokenRows = 0;
 };
