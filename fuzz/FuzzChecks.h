@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/base/Numeric.h"
 #include "core/document/MapDocument.h"
 
 #include <QImage>
@@ -57,8 +58,9 @@ inline void CheckInvariants(const MapDocument& Document)
         Expect(!shape.Points().empty(), QStringLiteral("a shape without points"));
 }
 
-// A shape's points as area code carries them: rectangles and circles are written as
-// their extent, so their corners come back in the standard order.
+// A shape's points as area code carries them: a rectangle is written as its extent, so
+// its corners come back in the standard order; a circle as the one inscribed in the
+// top-left square of its extent.
 inline std::vector<ShapePoint> AsCoded(const PatShape& Shape)
 {
     if (Shape.GetShapeType() == Polygon)
@@ -69,6 +71,16 @@ inline std::vector<ShapePoint> AsCoded(const PatShape& Shape)
         r = std::max(r, p.x);
         t = std::min(t, p.y);
         b = std::max(b, p.y);
+    }
+    if (Shape.GetShapeType() == Circle) {
+        const double d = static_cast<double>(std::min(std::int64_t(r) - l, std::int64_t(b) - t));
+        const std::int64_t radius = RoundHalfEven(d / 2.0);
+        const std::int64_t cx = RoundHalfEven((2.0 * l + d) / 2.0);
+        const std::int64_t cy = RoundHalfEven((2.0 * t + d) / 2.0);
+        return {{std::int32_t(cx - radius), std::int32_t(cy - radius)},
+                {std::int32_t(cx + radius), std::int32_t(cy - radius)},
+                {std::int32_t(cx + radius), std::int32_t(cy + radius)},
+                {std::int32_t(cx - radius), std::int32_t(cy + radius)}};
     }
     return {{l, t}, {r, t}, {r, b}, {l, b}};
 }
