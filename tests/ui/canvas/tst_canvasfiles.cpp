@@ -165,6 +165,30 @@ private slots:
         QVERIFY(ReadFile(Path("B.imp")).startsWith("1.0.0\r\n" + Path("B.imp").toUtf8() + "\r\n"));
     }
 
+    // The message stays exact; why comes as the box's informative text.
+    void messageSaysWhyTheMapCannotLoad()
+    {
+        // A picture of 30000 x 30000 pixels, far past what the program loads.
+        const QByteArray png(
+            "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x75\x30"
+            "\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed\x00\x00\x00\x0c\x49\x44\x41"
+            "\x54\x78\x9c\x63\x60\xa0\x3d\x00\x00\x00\x64\x00\x01\x86\x64\x3c\x35\x00\x00\x00"
+            "\x00\x49\x45\x4e\x44\xae\x42\x60\x82",
+            69);
+        QFile huge(Path("huge.png"));
+        QVERIFY(huge.open(QIODevice::WriteOnly) && huge.write(png) == png.size());
+        huge.close();
+        MapDocument doc = Blank();
+        doc.ImageName = QStringLiteral("huge.png");
+        QVERIFY(MapFile::SaveMap(doc, Path("huge.imp")).ok);
+        QVERIFY(!Open(Path("huge.imp")));
+        QCOMPARE(m_host->ui.messageTexts(),
+                 QStringList{QStringLiteral("Error, map cannot be loaded.")});
+        QVERIFY2(m_host->ui.messages.front().detail.startsWith(
+                     QString::fromUtf8("The picture is 30,000 \xc3\x97 30,000 pixels;")),
+                 qPrintable(m_host->ui.messages.front().detail));
+    }
+
     void readOnlyMapIsNotOverwritten()
     {
         MapDocument doc = Blank();
