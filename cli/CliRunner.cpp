@@ -115,6 +115,8 @@ int CliRunner::Save(const CliRequest& Request)
 
 int CliRunner::Import(const CliRequest& Request)
 {
+    if (Request.keepText || Request.add || !Request.mapName.isEmpty())
+        return ImportWithOptions(Request);
     QFile code(Request.input);
     if (!code.open(QIODevice::ReadOnly))
         return Fail({LoadFileMessage()});

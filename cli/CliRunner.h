@@ -29,6 +29,8 @@ private:
     int WebTestPage(const CliRequest& Request);
     // Exit 3 when findings were printed.
     int Lint(const CliRequest& Request);
+    // import --keep-text --add --map NAME
+    int ImportWithOptions(const CliRequest& Request);
 
     // The map at Path, or nothing after its messages were printed.
     std::optional<MapDocument> Open(const QString& Path);

@@ -1,10 +1,15 @@
 // The CliRunner commands of the modern web formats, the map check and the lossless import.
 #include "cli/CliRunner.h"
 #include "core/interchange/FormattedMapCode.h"
+#include "core/interchange/HtmlImporter.h"
+#include "core/interchange/HtmlMapReader.h"
+#include "core/interchange/LosslessImporter.h"
 #include "core/interchange/MapCheck.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/MapTextCodec.h"
 #include "core/interchange/TestPage.h"
 
+#include <QFile>
 #include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -60,4 +65,53 @@ int CliRunner::Lint(const CliRequest& Request)
             m_out.write((finding.Line() + QLatin1Char('\n')).toUtf8());
     }
     return findings.empty() ? 0 : 3;
+}
+
+int CliRunner::ImportWithOptions(const CliRequest& Request)
+{
+    if (!Request.mapName.isEmpty() && !Request.keepText) {
+        m_err.write("--map needs --keep-text\n" + CliRequest::Usage().toUtf8());
+        return 2;
+    }
+    QFile file(Request.input);
+    if (!file.open(QIODevice::ReadOnly))
+        return Fail({QStringLiteral("There was an error while trying to load the file.")});
+    const QByteArray bytes = file.readAll();
+    const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
+
+    std::optional<MapDocument> document = Open(Request.into);
+    if (!document)
+        return 1;
+    LosslessImporter::Result result;
+    if (Request.keepText) {
+        QString refusal;
+        const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(text, refusal);
+        if (!refusal.isEmpty())
+            return Fail({refusal});
+        std::size_t chosen = 0;
+        if (!Request.mapName.isEmpty()) {
+            const auto named = std::find_if(maps.begin(), maps.end(), [&](const auto& map) {
+                return map.name == Request.mapName;
+            });
+            if (named == maps.end())
+                return Fail(
+                    {QStringLiteral("The code holds no map named \"%1\".").arg(Request.mapName)});
+            chosen = static_cast<std::size_t>(named - maps.begin());
+        }
+        result = LosslessImporter::Convert(maps, chosen, *document);
+    } else {
+        const HtmlImporter::Result classic = HtmlImporter::Convert(text, *document);
+        if (!classic.ok)
+            return Fail({classic.message}, classic.detail);
+        result = LosslessImporter::FromClassic(classic, document->MapName);
+    }
+    if (!result.ok)
+        return Fail({result.message});
+    if (Request.add) {
+        const QString limit = LosslessImporter::AddLimitMessage(result, *document);
+        if (!limit.isEmpty())
+            return Fail({limit});
+    }
+    LosslessImporter::Apply(result, *document, Request.add);
+    return SaveAs(*document, Request.output);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 // Everything modal that leaves the program's own windows: message boxes, the three
@@ -47,6 +48,15 @@ public:
     // A one-line prompt; nullopt when cancelled.
     virtual std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
                                           const QString& Default) = 0;
+    // A choice from a list: the chosen row, or nullopt when cancelled. Where nobody can
+    // be asked, the first row.
+    virtual std::optional<int> Choose(const QString& PromptText, const QString& Title,
+                                      const QStringList& Items)
+    {
+        (void)PromptText;
+        (void)Title;
+        return Items.isEmpty() ? std::nullopt : std::optional<int>(0);
+    }
     // Opens a local file or an address with the desktop's program; false on failure.
     virtual bool OpenWithDesktop(const QString& FileOrUrl) = 0;
 };

@@ -36,7 +36,7 @@ void HtmlText::AppendAttribute(QString& out, QStringView Text)
     };
     const auto special = [&unwritable](QChar c) {
         const char16_t u = c.unicode();
-        return u == u'&' || u == u'"' || u == u'<' || u == u'>' || unwritable(u);
+        return u == u'&' || u == u'"' || u == u'<' || u == u'>' || u == u'\r' || unwritable(u);
     };
     if (std::none_of(Text.begin(), Text.end(), special)) {
         out += Text;
@@ -55,6 +55,10 @@ void HtmlText::AppendAttribute(QString& out, QStringView Text)
             break;
         case u'>':
             out += QLatin1String("&gt;");
+            break;
+        case u'\r':
+            // A parser turns a bare carriage return into a line feed; keep it as typed.
+            out += QLatin1String("&#13;");
             break;
         default:
             out += unwritable(c.unicode()) ? QChar(QChar::ReplacementCharacter) : c;
@@ -96,7 +100,10 @@ bool HtmlText::ReadJsString(const QString& Source, qsizetype From, QString& Text
     for (qsizetype i = From + 1; i < Source.size(); ++i) {
         const QChar c = Source[i];
         if (c == quote) {
-            Text = text;
+            // As an HTML parser does with a NUL; lone surrogates become U+FFFD on the way
+            // through UTF-8. Either would not survive the page anyway.
+            text.replace(QChar(0), QChar(0xFFFD));
+            Text = QString::fromUtf8(text.toUtf8());
             End = i + 1;
             return true;
         }

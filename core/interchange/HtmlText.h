@@ -6,8 +6,9 @@
 class HtmlText
 {
 public:
-    // For a double-quoted attribute value (and element text): & " < > as entities, and
-    // the characters XML cannot hold (controls but tab and line breaks) as U+FFFD.
+    // For a double-quoted attribute value (and element text): & " < > and carriage
+    // returns as references, and the characters XML cannot hold (controls but tab and
+    // line breaks) as U+FFFD.
     static QString Attribute(const QString& Text);
     // The same appended to Out, without a temporary string.
     static void AppendAttribute(QString& Out, QStringView Text);

@@ -18,6 +18,7 @@ private slots:
     void initTestCase();
     void htmlAndTestPageInEachFormat();
     void lintPrintsFindings();
+    void importWithOptions();
     void malformedWebOptions_data();
     void malformedWebOptions();
 
@@ -122,6 +123,43 @@ void TestCliWeb::lintPrintsFindings()
     QCOMPARE(run.exitCode, 1);
     QCOMPARE(run.err, QByteArray("Error, map cannot be loaded.\n"));
     QCOMPARE(Cli({"lint", "--test", "map.imp"}).exitCode, 2);
+}
+
+void TestCliWeb::importWithOptions()
+{
+    QFile code(Path("code.html"));
+    QVERIFY(code.open(QIODevice::WriteOnly));
+    code.write("<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
+               "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
+               "title='Caf&eacute;'><area shape=default href=Rest.htm></map>");
+    code.close();
+    const MapDocument before = MapFile::OpenMapFile(Path("map.imp")).document;
+
+    Run run = Cli({"import", "code.html", "--into", "map.imp", "-o", "kept.imp", "--keep-text",
+                   "--map", "Second"});
+    QCOMPARE(run.exitCode, 0);
+    MapDocument kept = MapFile::OpenMapFile(Path("kept.imp")).document;
+    QCOMPARE(kept.ItemCount(), std::int16_t(0));
+    QCOMPARE(kept.Shape(0).URL, QStringLiteral("Two.htm"));
+    QCOMPARE(kept.Shape(0).StatusString, QString::fromUtf8("Caf\xc3\xa9"));
+    QCOMPARE(kept.DefURL, QStringLiteral("Rest.htm"));
+    QCOMPARE(kept.MapName, QStringLiteral("Second"));
+
+    run = Cli(
+        {"import", "code.html", "--into", "map.imp", "-o", "added.imp", "--keep-text", "--add"});
+    QCOMPARE(run.exitCode, 0);
+    MapDocument added = MapFile::OpenMapFile(Path("added.imp")).document;
+    QCOMPARE(added.ItemCount(), std::int16_t(before.ItemCount() + 1));
+    QCOMPARE(added.Shape(added.ItemCount()).URL, QStringLiteral("One.htm"));
+    QCOMPARE(added.MapName, before.MapName);
+
+    run = Cli({"import", "code.html", "--into", "map.imp", "-o", "none.imp", "--keep-text", "--map",
+               "Third"});
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.err, QByteArray("The code holds no map named \"Third\".\n"));
+    run = Cli({"import", "code.html", "--into", "map.imp", "-o", "none.imp", "--map", "First"});
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY(!QFile::exists(Path("none.imp")));
 }
 
 void TestCliWeb::malformedWebOptions_data()

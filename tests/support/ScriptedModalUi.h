@@ -33,6 +33,8 @@ public:
     QQueue<QString> mapsToOpen;
     QQueue<QString> mapNamesToSave;
     QQueue<std::optional<QString>> promptAnswers;
+    QStringList choices;                      // "prompt|title|item;item;..." of every Choose
+    QQueue<std::optional<int>> choiceAnswers; // empty: the first row
     bool desktopOpens = true;
 
     void Message(const QString& Text, Icon TheIcon) override
@@ -67,6 +69,13 @@ public:
     {
         prompts.append(PromptText + QLatin1Char('|') + Title + QLatin1Char('|') + Default);
         return promptAnswers.isEmpty() ? std::nullopt : promptAnswers.dequeue();
+    }
+    std::optional<int> Choose(const QString& PromptText, const QString& Title,
+                              const QStringList& Items) override
+    {
+        choices.append(PromptText + QLatin1Char('|') + Title + QLatin1Char('|') +
+                       Items.join(QLatin1Char(';')));
+        return choiceAnswers.isEmpty() ? std::optional<int>(0) : choiceAnswers.dequeue();
     }
     bool OpenWithDesktop(const QString& FileOrUrl) override
     {

@@ -110,6 +110,16 @@ std::optional<QString> QtModalUi::Prompt(const QString& PromptText, const QStrin
     return prompt.textValue();
 }
 
+std::optional<int> QtModalUi::Choose(const QString& PromptText, const QString& Title,
+                                     const QStringList& Items)
+{
+    bool ok = false;
+    const QString item = QInputDialog::getItem(m_parent, Title, PromptText, Items, 0, false, &ok);
+    if (!ok || !Items.contains(item))
+        return std::nullopt;
+    return static_cast<int>(Items.indexOf(item));
+}
+
 bool QtModalUi::OpenWithDesktop(const QString& FileOrUrl)
 {
     const QUrl url = QFileInfo::exists(FileOrUrl) ? QUrl::fromLocalFile(FileOrUrl)

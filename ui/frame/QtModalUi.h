@@ -22,6 +22,8 @@ public:
     QString AskForMapNameToSave() override;
     std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
                                   const QString& Default) override;
+    std::optional<int> Choose(const QString& PromptText, const QString& Title,
+                              const QStringList& Items) override;
     bool OpenWithDesktop(const QString& FileOrUrl) override;
 
 private:

@@ -2,8 +2,9 @@
 
 #include "core/base/ModalUi.h"
 #include "ui/dialogs/DialogPlacement.h"
-#include "ui/tools/MapImport.h"
+#include "ui/tools/ImportWithOptions.h"
 
+#include <QCheckBox>
 #include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -12,7 +13,9 @@
 #include <QVBoxLayout>
 
 ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
-    : QDialog(parent), m_map(map), m_ui(ui), m_text(new QPlainTextEdit(this))
+    : QDialog(parent), m_map(map), m_ui(ui), m_text(new QPlainTextEdit(this)),
+      m_keepText(new QCheckBox(QStringLiteral("&Keep text as written"), this)),
+      m_add(new QCheckBox(QStringLiteral("&Add to the current shapes"), this))
 {
     setObjectName(QStringLiteral("ConvertHTMLtoMap"));
     setWindowTitle(QStringLiteral("Convert HTML to Map"));
@@ -39,6 +42,17 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
     connect(warning, &QPushButton::clicked, this, &ConvertHTMLtoMap::Warning);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    // Both off: the classic conversion, exactly.
+    m_keepText->setObjectName(QStringLiteral("chkKeepText"));
+    m_keepText->setToolTip(QStringLiteral("Read the code as a browser does: letter case, "
+                                          "entities, titles, status and alert texts are kept"));
+    m_add->setObjectName(QStringLiteral("chkAddShapes"));
+    m_add->setToolTip(QStringLiteral("Keep the map's shapes and add the converted ones"));
+    auto* options = new QHBoxLayout;
+    options->addWidget(m_keepText);
+    options->addWidget(m_add);
+    options->addStretch(1);
+
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(generate);
     buttons->addWidget(warning);
@@ -47,6 +61,7 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(frame, 1);
+    layout->addLayout(options);
     layout->addLayout(buttons);
 
     resize(600, 420);
@@ -55,7 +70,8 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
 
 void ConvertHTMLtoMap::Generate()
 {
-    if (MapImport::Generate(m_text->toPlainText(), m_map, m_ui))
+    if (ImportWithOptions::Generate(m_text->toPlainText(), m_map, m_ui, m_keepText->isChecked(),
+                                    m_add->isChecked()))
         accept();
 }
 

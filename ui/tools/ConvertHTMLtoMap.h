@@ -3,6 +3,7 @@
 #include <QDialog>
 
 class ModalUi;
+class QCheckBox;
 class QPlainTextEdit;
 class ShapeCanvas;
 
@@ -22,4 +23,6 @@ private:
     ShapeCanvas& m_map;
     ModalUi& m_ui;
     QPlainTextEdit* m_text;
+    QCheckBox* m_keepText;
+    QCheckBox* m_add;
 };
