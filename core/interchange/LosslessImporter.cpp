@@ -17,6 +17,7 @@
 // - The status text is the title, else the text of a classic window.status script; the
 //   alert is the text of an alert(...) call in the click script.
 // - Replacing takes over the map's name; adding keeps it.
+// - A map with no area but the default one is refused: it would leave the map empty.
 
 namespace {
 
@@ -209,6 +210,8 @@ LosslessImporter::Result LosslessImporter::Convert(const std::vector<HtmlMapRead
         return Failure(QStringLiteral("There was an error, please check the HTML code you paste "
                                       "in."));
     }
+    if (result.shapes.empty())
+        return Failure(NoAreasMessage()); // a default area alone would leave the map empty
     result.ok = true;
     return result;
 }

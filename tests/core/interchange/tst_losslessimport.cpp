@@ -234,6 +234,8 @@ void TestLosslessImport::failuresNameTheProblem_data()
                                 << "Map tag not found.";
     QTest::newRow("map without areas") << "<map name=x></map><area coords=1,2,3,4>"
                                        << "No shape objects found.";
+    QTest::newRow("only a default area") << "<map name=x><area shape=default href=a></map>"
+                                         << "No shape objects found.";
     QTest::newRow("coordinates that are no numbers")
         << "<map name=x><area shape=rect coords=1,1,2,2><area shape=rect coords=\"1,a,2,2\"></map>"
         << "Area #2 has coordinates that cannot be read: \"1,a,2,2\".";
