@@ -48,10 +48,16 @@ double Positive(double value)
 // The editor only ever sets zoom levels from 1 to 2. Far outside that a view cannot be
 // built at all (a surface past the 32-bit range, or of no size), so such a file is refused
 // rather than shown as an empty or overflowing window.
+// Thrown for a zoom level outside the range a map file may hold.
+struct UnviewableZoom
+{
+    double value;
+};
+
 double ViewableZoom(double value)
 {
     if (!(value >= MapFile::LeastZoom && value <= MapFile::GreatestZoom))
-        throw FormatError();
+        throw UnviewableZoom{value};
     return value;
 }
 
@@ -222,6 +228,10 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
         // and Save must never write there.
         result.fileName = QFileInfo(FileNameToOpen).absoluteFilePath();
         return result;
+    } catch (const UnviewableZoom& zoom) {
+        ReadResult failed = Failed({CannotLoadMessage()});
+        failed.detail = UnviewableZoomDetail(zoom.value);
+        return failed;
     } catch (const TooManyShapes&) {
         ReadResult failed = Failed({CannotLoadMessage()});
         failed.detail = TooManyShapesDetail();

@@ -51,6 +51,12 @@ public:
     // The zoom levels a map file may hold.
     static constexpr double LeastZoom = 0.01;
     static constexpr double GreatestZoom = 100.0;
+    static QString UnviewableZoomDetail(double ZoomLevel)
+    {
+        return QStringLiteral("The zoom level %1 is outside the range a map can be shown at "
+                              "(0.01 to 100).")
+            .arg(ZoomLevel);
+    }
 
     // Reads FileNameToOpen; shapes are bound to Surface at the file's zoom.
     // Loads the picture into OrigPic (looked for beside the map file too).

@@ -212,6 +212,11 @@ void TestMapFile::refusesBrokenFiles()
     QVERIFY(!read.ok);
     QCOMPARE(read.messages, messages);
     QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
+    // A zoom refused says so beside the message.
+    if (QByteArray(QTest::currentDataTag()).startsWith("zoom "))
+        QCOMPARE(read.detail, QStringLiteral("The zoom level %1 is outside the range a map can be "
+                                             "shown at (0.01 to 100).")
+                                  .arg(lines[12].toDouble()));
 }
 
 void TestMapFile::findsMovedPictureBesideTheMap_data()
