@@ -249,7 +249,9 @@ void PatShape::TopAndLeftOfShape(std::int32_t& LeftX, std::int32_t& TopY) const
 
 void PatShape::CircleGeometry(std::int32_t& cx, std::int32_t& cy, std::int32_t& radius) const
 {
-    CircleInBox(BoundingRect(m_points, false), cx, cy, radius);
+    // The true extent, as the classic code writes it: BoundingRect's starting values would
+    // cap coordinates beyond 100000.
+    CircleInBox(Extent(m_points), cx, cy, radius);
 }
 
 ShapeRect PatShape::PaintBounds() const

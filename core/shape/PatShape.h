@@ -67,7 +67,7 @@ public:
     ShapeSurface* Surface() const { return m_picBoxDC; }
     std::int32_t LastLineX() const { return m_lastLineX; }
     std::int32_t LastLineY() const { return m_lastLineY; }
-    // The circle inscribed in the top-left square of the bounding box.
+    // The circle inscribed in the top-left square of the points' extent.
     void CircleGeometry(std::int32_t& cx, std::int32_t& cy, std::int32_t& radius) const;
     // Everything the shape's drawing covers: outline, hatch and handles.
     ShapeRect PaintBounds() const;

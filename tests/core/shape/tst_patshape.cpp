@@ -141,6 +141,12 @@ void TestPatShape::generateHtml()
     // CircleGeometry: d = 11, radius 5.5 -> 6, centre 15.5 -> 16.
     QCOMPARE(Html(Circle, Corners(10, 10, 21, 30), plain),
              "<area shape=\"circle\" coords=\"16,16,6\"" + href);
+    // Far out, the modern formats' circle is the classic one too.
+    std::int32_t cx = 0, cy = 0, r = 0;
+    MakeShape(Circle, Corners(200000, 150000, 200090, 150090)).CircleGeometry(cx, cy, r);
+    QCOMPARE(QList<std::int32_t>({cx, cy, r}), QList<std::int32_t>({200045, 150045, 45}));
+    QCOMPARE(Html(Circle, Corners(200000, 150000, 200090, 150090), plain),
+             "<area shape=\"circle\" coords=\"200045,150045,45\"" + href);
     QCOMPARE(Html(Polygon, {{123456, 7}, {100001, 200000}, {0, 0}}, plain),
              "<area shape=\"poly\" coords=\"123456,7,100001,200000,0,0,\"" + href);
     QCOMPARE(Html(5, Corners(0, 0, 1, 1), plain), href);
