@@ -1,13 +1,13 @@
 #include "ui/frame/AppResources.h"
 #include "ui/frame/MDIForm1.h"
 #include "ui/frame/QtModalUi.h"
+#include "ui/frame/QuitAfterFirstPaint.h"
 #include "ui/frame/frmSplash.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
 #include <QImageReader>
-#include <QThread>
 
 int main(int argc, char** argv)
 {
@@ -29,7 +29,15 @@ int main(int argc, char** argv)
                                  QStringLiteral("Image Map Files (.imp) to open, or pictures to "
                                                 "start new maps from."),
                                  QStringLiteral("[FILE...]"));
+    QCommandLineOption quitAfterPaint(
+        QStringLiteral("quit-after-first-paint"),
+        QStringLiteral("Quit once the first map is painted (for timing start-up)."));
+    quitAfterPaint.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(quitAfterPaint);
     parser.process(app);
+    QuitAfterFirstPaint quitter;
+    if (parser.isSet(quitAfterPaint))
+        app.installEventFilter(&quitter);
 
     frmSplash splash;
     splash.show();
@@ -41,10 +49,9 @@ int main(int argc, char** argv)
     for (int i = 0; i < count; ++i) {
         splash.Progress(steps.at(i), (i + 1) * 12 / count, 12);
         QApplication::processEvents();
+        // The splash shows while real work happens, and no longer.
         if (i == 1)
             QImageReader::supportedImageFormats();
-        // Long enough to be read, short enough not to be in the way.
-        QThread::msleep(250);
     }
 
     QtModalUi ui;

@@ -73,41 +73,37 @@ void CanvasEditor::Press(std::int32_t x, std::int32_t y, CanvasHost::DrawingMode
 
 void CanvasEditor::Pick(std::int32_t x, std::int32_t y)
 {
-    m_document.HitState = -2;
-    const auto& order = m_document.ShapeOrder();
-    for (std::size_t position = 0; position < order.size(); ++position) {
-        const std::int16_t index = order[position];
-        const std::int16_t hit = m_document.Shape(index).IsCursorOnShape(x, y, m_vertexReach);
-        m_document.HitState = hit;
-        if (hit == -2)
-            continue;
-        BeforeChange(index);
-        m_document.CurrentShape = index;
-        m_document.BringToTop(index);
-        PatShape& shape = m_document.Shape(index);
-        if (hit == -1) {
-            if (ShapeSurface* surface = m_document.Surface())
-                surface->RepaintNow();
-            std::int32_t left = 0;
-            std::int32_t top = 0;
-            shape.TopAndLeftOfShape(left, top);
-            const double s = GridStep();
-            // Only grid drags use the offsets; without a usable pitch they stay 0.
-            if (s > 0.0) {
-                m_grabOffsetX = RoundToInt32(s * RoundHalfEven((left - x) / s));
-                m_grabOffsetY = RoundToInt32(s * RoundHalfEven((top - y) / s));
-            } else {
-                m_grabOffsetX = 0;
-                m_grabOffsetY = 0;
-            }
-            // A nudge by the keyboard leaves the last position behind; a new drag
-            // starts from the press.
-            shape.ResetForNextMove();
-            shape.MoveShape(x, y, false, 0, 0);
-        } else {
-            shape.MoveVertex(hit, x, y);
-        }
+    const MapDocument::Hit found = m_document.ShapeAt(x, y, m_vertexReach);
+    m_document.HitState = found.State;
+    if (found.State == -2)
         return;
+    const std::int16_t index = found.Index;
+    const std::int16_t hit = found.State;
+    BeforeChange(index);
+    m_document.CurrentShape = index;
+    m_document.BringToTop(index);
+    PatShape& shape = m_document.Shape(index);
+    if (hit == -1) {
+        if (ShapeSurface* surface = m_document.Surface())
+            surface->RepaintNow();
+        std::int32_t left = 0;
+        std::int32_t top = 0;
+        shape.TopAndLeftOfShape(left, top);
+        const double s = GridStep();
+        // Only grid drags use the offsets; without a usable pitch they stay 0.
+        if (s > 0.0) {
+            m_grabOffsetX = RoundToInt32(s * RoundHalfEven((left - x) / s));
+            m_grabOffsetY = RoundToInt32(s * RoundHalfEven((top - y) / s));
+        } else {
+            m_grabOffsetX = 0;
+            m_grabOffsetY = 0;
+        }
+        // A nudge by the keyboard leaves the last position behind; a new drag
+        // starts from the press.
+        shape.ResetForNextMove();
+        shape.MoveShape(x, y, false, 0, 0);
+    } else {
+        shape.MoveVertex(hit, x, y);
     }
 }
 

@@ -12,6 +12,7 @@ PatShape& MapDocument::Shape(std::int16_t Index)
 {
     if (Index < 0 || Index > m_itemCount)
         throw IndexOutOfRangeError();
+    m_index.Touched(static_cast<std::size_t>(Index));
     return m_shapes[static_cast<std::size_t>(Index)];
 }
 
@@ -34,6 +35,7 @@ std::int16_t MapDocument::AddShape()
     const std::int16_t index = ToInt16(static_cast<std::int64_t>(m_itemCount) + 1);
     m_shapes.emplace_back();
     m_shapeOrder.push_back(index);
+    m_index.Appended();
     m_itemCount = index;
     return index;
 }
@@ -58,6 +60,7 @@ void MapDocument::DeleteShape()
         return;
     const std::int16_t d = m_shapeOrder.front();
     m_shapes.erase(m_shapes.begin() + d);
+    m_index.Erased(static_cast<std::size_t>(d));
     m_shapeOrder.erase(m_shapeOrder.begin());
     for (std::int16_t& entry : m_shapeOrder) {
         if (entry >= d)
@@ -109,8 +112,13 @@ void MapDocument::SetShapeColors()
 {
     if (m_itemCount == -1)
         return;
-    for (PatShape& shape : m_shapes)
-        shape.ShapeColor = NonFocusColor;
+    // Only the shapes whose colour changes count as changed: big maps repaint little.
+    for (std::size_t i = 0; i < m_shapes.size(); ++i) {
+        if (m_shapes[i].ShapeColor != NonFocusColor) {
+            m_shapes[i].ShapeColor = NonFocusColor;
+            m_index.Touched(i);
+        }
+    }
     TopShape().ShapeColor = FocusColor;
 }
 
@@ -172,6 +180,7 @@ void MapDocument::ResizeShapeArray(std::int16_t newsize, bool KillAll)
         m_shapeOrder = std::move(order);
     }
     m_itemCount = newsize;
+    m_index.Replaced(count);
     if (m_itemCount >= 0 && !KillAll)
         SetShapeColors();
 }
@@ -186,6 +195,7 @@ void MapDocument::ReSetShapeArray(const std::vector<PatShape>& NewShapes, std::i
         NewShapes.begin() + static_cast<std::ptrdiff_t>(std::min(count, NewShapes.size())));
     shapes.resize(count);
     m_shapes = std::move(shapes);
+    m_index.Replaced(count);
     m_shapeOrder.resize(count);
     std::iota(m_shapeOrder.begin(), m_shapeOrder.end(), std::int16_t{0});
     m_itemCount = N;
@@ -209,12 +219,53 @@ void MapDocument::AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::
         seen[static_cast<std::size_t>(entry)] = true;
     }
     m_shapes = std::move(NewShapes);
+    m_index.Replaced(count);
     m_shapeOrder = std::move(Order);
     m_itemCount = static_cast<std::int16_t>(static_cast<std::int32_t>(count) - 1);
     CurrentShape = 0;
     HitState = -2;
     for (PatShape& shape : m_shapes)
         shape.SetOpenGeneralInfo(m_surface, shape.Zoom());
+}
+
+std::int16_t MapDocument::TopIndex() const
+{
+    return m_itemCount >= 0 ? m_shapeOrder.front() : std::int16_t{-1};
+}
+
+std::vector<std::int16_t> MapDocument::ShapesMeeting(const QRect& Area) const
+{
+    return m_index.Meeting(Area, m_shapes, TopIndex());
+}
+
+MapDocument::Hit MapDocument::ShapeAt(std::int32_t x, std::int32_t y, std::int32_t Reach) const
+{
+    // A shape answers only inside its paint bounds, widened by a reach beyond the
+    // handles', so the index's candidates are all the shapes that can answer.
+    const std::int32_t wider = Reach > PatShape::VertexReach ? Reach : 0;
+    std::vector<Hit> hits;
+    for (const std::int16_t index :
+         ShapesMeeting(QRect(x - wider, y - wider, 2 * wider + 1, 2 * wider + 1))) {
+        const std::int16_t state =
+            m_shapes[static_cast<std::size_t>(index)].IsCursorOnShape(x, y, Reach);
+        if (state != -2)
+            hits.push_back({index, state});
+    }
+    if (hits.size() <= 1)
+        return hits.empty() ? Hit{} : hits.front();
+    // Several: the one nearest the top of the stack wins.
+    for (const std::int16_t index : m_shapeOrder) {
+        for (const Hit& hit : hits) {
+            if (hit.Index == index)
+                return hit;
+        }
+    }
+    return Hit{};
+}
+
+QRegion MapDocument::TakeChangedArea(bool& All) const
+{
+    return m_index.TakeChangedArea(m_shapes, TopIndex(), All);
 }
 
 void MapDocument::SetSurface(ShapeSurface* Surface)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/document/ShapeIndex.h"
 #include "core/shape/PatShape.h"
 
 #include <QImage>
@@ -68,7 +69,8 @@ public:
     const std::vector<PatShape>& Shapes() const { return m_shapes; }
     const std::vector<std::int16_t>& ShapeOrder() const { return m_shapeOrder; }
     std::int16_t ItemCount() const { return m_itemCount; }
-    // Throws IndexOutOfRangeError for an index outside 0..ItemCount().
+    // Throws IndexOutOfRangeError for an index outside 0..ItemCount(). The writable
+    // access counts as a possible change of that shape (see ShapesMeeting).
     PatShape& Shape(std::int16_t Index);
     const PatShape& Shape(std::int16_t Index) const;
     // The shape on top of the stack (ShapeOrder()[0]); throws when the map is empty.
@@ -117,6 +119,20 @@ public:
     // permutation of 0..Shapes.size() - 1.
     void AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order);
 
+    // ---- finding shapes by place ------------------------------------------------------
+    // The shapes whose drawing meets Area, in index order (what a repaint of Area draws).
+    std::vector<std::int16_t> ShapesMeeting(const QRect& Area) const;
+    struct Hit
+    {
+        std::int16_t Index = -1;
+        std::int16_t State = -2; // a vertex index, -1 the body, -2 no shape
+    };
+    // The topmost shape under (x, y) and what of it is there, a vertex counting within
+    // Reach (PatShape::IsCursorOnShape).
+    Hit ShapeAt(std::int32_t x, std::int32_t y, std::int32_t Reach = PatShape::VertexReach) const;
+    // What may look different since the last call; All when that is the whole map.
+    QRegion TakeChangedArea(bool& All) const;
+
     // ---- the surface the shapes are shown on -------------------------------------
     // Binds every shape (present and future) to Surface; null for a headless document.
     void SetSurface(ShapeSurface* Surface);
@@ -133,4 +149,8 @@ private:
     std::vector<std::int16_t> m_shapeOrder;
     std::int16_t m_itemCount = -1;
     ShapeSurface* m_surface = nullptr;
+    // Kept up to date lazily by the queries above, so it may change in const calls.
+    mutable ShapeIndex m_index;
+
+    std::int16_t TopIndex() const;
 };

@@ -11,6 +11,13 @@ class QRegion;
 class MapPainter
 {
 public:
+    // Visits every shape: the reference the faster paths must match pixel for pixel.
     static void Paint(QPainter& painter, const MapDocument& Document, const QImage& Background,
                       const QRegion& Region);
+    // The picture and the shapes, without the rubber band, asking the document's
+    // index for the shapes that meet Region.
+    static void PaintIndexed(QPainter& painter, const MapDocument& Document,
+                             const QImage& Background, const QRegion& Region);
+    static void PaintRubberBand(QPainter& painter, const MapDocument& Document,
+                                const QRegion& Region);
 };

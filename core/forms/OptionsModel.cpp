@@ -90,6 +90,7 @@ void OptionsModel::LoadUpArray()
     }
     records[last] = {m_document.DefURL,    m_document.DefComment, m_document.DefTarget,
                      m_document.DefStatus, m_document.DefAlert,   m_document.DefAlertVal};
+    m_loaded = records;
     m_records = std::move(records);
 }
 
@@ -163,6 +164,8 @@ void OptionsModel::WriteBack()
     for (int k = 0; k < last; ++k) {
         const auto index = static_cast<std::int16_t>(k);
         const Record& r = m_records[static_cast<std::size_t>(k)];
+        if (k < static_cast<int>(m_loaded.size()) && r == m_loaded[static_cast<std::size_t>(k)])
+            continue;
         m_document.SetURL(index, r.URL);
         m_document.SetComment(index, r.Comment);
         m_document.SetTarget(index, r.Target);

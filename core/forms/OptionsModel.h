@@ -70,7 +70,8 @@ public:
     std::int16_t MapOnClick = 0;
     std::int16_t MapBorder = 0;
 
-    // OK: every record, the default area and the map fields go back to the document.
+    // OK: the records that differ from what was loaded, the default area and the map
+    // fields go back to the document.
     void WriteBack();
 
 private:
@@ -78,6 +79,8 @@ private:
     std::function<void(std::int16_t)> m_restack;
     std::function<void(int)> m_showPage;
     std::vector<Record> m_records;
+    // As loaded, to write back only what was edited.
+    std::vector<Record> m_loaded;
     int m_loadingTab = 0;
     int m_shownTab = 0;
 

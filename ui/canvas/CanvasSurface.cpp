@@ -1,7 +1,5 @@
 #include "ui/canvas/CanvasSurface.h"
 
-#include "core/document/MapPainter.h"
-
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,13 +17,14 @@ CanvasSurface::CanvasSurface(const MapDocument& Document, QWidget* parent)
 void CanvasSurface::SetBackground(const QImage& Picture)
 {
     m_background = Picture;
+    m_layer.Reset();
     InvalidateAll();
     RepaintNow();
 }
 
 void CanvasSurface::Render(QPainter& painter, const QRegion& Region) const
 {
-    MapPainter::Paint(painter, m_document, m_background, Region);
+    m_layer.Paint(painter, m_document, m_background, Region);
 }
 
 bool CanvasSurface::SetViewScale(double Factor)

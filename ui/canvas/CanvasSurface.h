@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/document/MapLayer.h"
 #include "core/document/ViewScale.h"
 #include "core/shape/ShapeSurface.h"
 
@@ -75,4 +76,6 @@ private:
     QPoint m_panFrom;
 
     void EndSpacePan();
+    // What was drawn, copied again on repaints; a cache, so const painting updates it.
+    mutable MapLayer m_layer;
 };

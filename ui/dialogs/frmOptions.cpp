@@ -73,8 +73,7 @@ frmOptions::frmOptions(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     ShowMapFields();
     m_shapeGroup->hide();
     m_model.SetPageFiller([this](int tab) { ShowPage(tab); });
-    connect(m_tabs, &QTabBar::currentChanged, this,
-            [this](int index) { m_model.SelectTab(index + 1); });
+    connect(m_tabs, &QTabBar::currentChanged, this, &frmOptions::OnTabChanged);
 }
 
 QWidget* frmOptions::BuildMapGroup()
@@ -163,17 +162,38 @@ QWidget* frmOptions::BuildShapeGroup()
 
 void frmOptions::OpenOnTab(int TheIndex)
 {
-    {
-        const QSignalBlocker blocker(m_tabs);
-        while (m_tabs->count() > 0)
-            m_tabs->removeTab(0);
-        for (int tab = 1; tab <= m_model.TabCount(); ++tab)
-            m_tabs->addTab(m_model.TabCaption(tab));
-        const int start = TheIndex < 1 || TheIndex > m_model.TabCount() ? 1 : TheIndex;
-        m_tabs->setCurrentIndex(start - 1);
-    }
+    const int start = TheIndex < 1 || TheIndex > m_model.TabCount() ? 1 : TheIndex;
+    m_window = TabWindow(m_model.TabCount());
+    m_window.Centre(start);
+    FillTabs(start);
     m_model.LoadUpArray();
-    m_model.SelectTab(m_tabs->currentIndex() + 1);
+    m_model.SelectTab(start);
+}
+
+void frmOptions::FillTabs(int Current)
+{
+    const QSignalBlocker blocker(m_tabs);
+    while (m_tabs->count() > 0)
+        m_tabs->removeTab(0);
+    for (const int tab : m_window.Tabs())
+        m_tabs->addTab(m_model.TabCaption(tab));
+    m_tabs->setCurrentIndex(std::max(0, m_window.StripIndexOf(Current)));
+}
+
+void frmOptions::OnTabChanged(int StripIndex)
+{
+    const int tab = m_window.TabAt(StripIndex);
+    if (tab == 0)
+        return;
+    m_model.SelectTab(tab);
+    // The strip is refilled once its own signal is over, never from inside it.
+    QMetaObject::invokeMethod(
+        this,
+        [this, tab] {
+            if (m_model.ShownTab() == tab && m_window.Follow(tab))
+                FillTabs(tab);
+        },
+        Qt::QueuedConnection);
 }
 
 void frmOptions::ShowPage(int Tab)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/forms/OptionsModel.h"
+#include "core/forms/TabWindow.h"
 
 #include <QDialog>
 
@@ -36,6 +37,8 @@ private:
     bool m_closedByButton = false;
 
     QTabBar* m_tabs;
+    // The tabs the strip holds: all of them, or a run around the current one.
+    TabWindow m_window{2};
     QWidget* m_mapGroup;
     QWidget* m_shapeGroup;
     QLineEdit* m_mapName;
@@ -52,6 +55,9 @@ private:
     QWidget* BuildMapGroup();
     QWidget* BuildShapeGroup();
     QLineEdit* TextBox(const char* Name, OptionsModel::Field TheField);
+    // Puts the held tabs in the strip with Current selected, quietly.
+    void FillTabs(int Current);
+    void OnTabChanged(int StripIndex);
     void ShowPage(int Tab);
     void ShowMapFields();
     void Ok();
