@@ -2,12 +2,16 @@
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/MapTextCodec.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
+#include <QSaveFile>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
+#include <optional>
 
 // Opening, saving, generating and importing whole maps of 1,000 to 32,767 shapes: a mix
 // of 8-vertex polygons, rectangles and circles with every text field filled.
@@ -76,6 +80,39 @@ MapDocument BigMap(int Count)
     return d;
 }
 
+// Milliseconds of the measured work and of its baseline from the same run, reported as
+// the counters baseline_ms and ratio.
+struct Ratio
+{
+    double measured = 0.0;
+    double baseline = 0.0;
+
+    template <class Work> static double Time(Work&& work)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+    void Report(benchmark::State& state) const
+    {
+        const double n = static_cast<double>(state.iterations());
+        state.counters["baseline_ms"] = baseline / n;
+        state.counters["ratio"] = baseline > 0.0 ? measured / baseline : 0.0;
+    }
+};
+
+// Baseline of the HTML cases: building a string of the same length piece by piece.
+QString SameLength(qsizetype Length)
+{
+    QString text;
+    const QString piece = QStringLiteral("<area shape=\"rect\" href=\"#\">\n");
+    while (text.size() < Length)
+        text += piece;
+    text.truncate(Length);
+    return text;
+}
+
 void Complexity(benchmark::State& state)
 {
     state.SetComplexityN(state.range(0));
@@ -86,12 +123,29 @@ void BM_OpenMap(benchmark::State& state)
     const QString path = Folder().filePath(QStringLiteral("open-%1.imp").arg(state.range(0)));
     if (!MapFile::SaveMap(BigMap(static_cast<int>(state.range(0))), path).ok)
         std::abort();
+    Ratio ratio;
     for (auto _ : state) {
-        const MapFile::ReadResult read = MapFile::OpenMapFile(path);
-        if (!read.ok)
-            std::abort();
-        benchmark::DoNotOptimize(read.document.ItemCount());
+        MapFile::ReadResult read;
+        ratio.measured += Ratio::Time([&] {
+            read = MapFile::OpenMapFile(path);
+            if (!read.ok)
+                std::abort();
+            benchmark::DoNotOptimize(read.document.ItemCount());
+        });
+        state.PauseTiming();
+        // Closing the map is not part of opening it.
+        read = MapFile::ReadResult();
+        // Baseline: reading the file's bytes and decoding them to text.
+        ratio.baseline += Ratio::Time([&] {
+            QFile file(path);
+            if (!file.open(QIODevice::ReadOnly))
+                std::abort();
+            const std::optional<QString> text = MapTextCodec::Decode(file.readAll());
+            benchmark::DoNotOptimize(text->size());
+        });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     Complexity(state);
 }
 
@@ -99,20 +153,46 @@ void BM_SaveMap(benchmark::State& state)
 {
     const MapDocument d = BigMap(static_cast<int>(state.range(0)));
     const QString path = Folder().filePath(QStringLiteral("save-%1.imp").arg(state.range(0)));
+    const qsizetype size = MapFile::MapBytes(d, path).size();
+    const QByteArray same(size, 'x');
+    const QString plain = Folder().filePath(QStringLiteral("plain-%1.bin").arg(state.range(0)));
+    Ratio ratio;
     for (auto _ : state) {
-        if (!MapFile::SaveMap(d, path).ok)
-            std::abort();
+        ratio.measured += Ratio::Time([&] {
+            if (!MapFile::SaveMap(d, path).ok)
+                std::abort();
+        });
+        state.PauseTiming();
+        // Baseline: writing as many bytes through QSaveFile.
+        ratio.baseline += Ratio::Time([&] {
+            QSaveFile file(plain);
+            if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+                file.write(same) != size || !file.commit())
+                std::abort();
+        });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     Complexity(state);
 }
 
 void BM_GenerateHtml(benchmark::State& state)
 {
     MapDocument d = BigMap(static_cast<int>(state.range(0)));
+    const qsizetype length =
+        MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing).size();
+    Ratio ratio;
     for (auto _ : state) {
-        const QString code = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing);
-        benchmark::DoNotOptimize(code.size());
+        ratio.measured += Ratio::Time([&] {
+            const QString code =
+                MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing);
+            benchmark::DoNotOptimize(code.size());
+        });
+        state.PauseTiming();
+        ratio.baseline += Ratio::Time([&] { benchmark::DoNotOptimize(SameLength(length).size()); });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     Complexity(state);
 }
 
@@ -120,12 +200,20 @@ void BM_ImportHtml(benchmark::State& state)
 {
     MapDocument d = BigMap(static_cast<int>(state.range(0)));
     const QString code = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing);
+    Ratio ratio;
     for (auto _ : state) {
-        const HtmlImporter::Result result = HtmlImporter::Convert(code, d);
-        if (!result.ok)
-            std::abort();
-        benchmark::DoNotOptimize(result.shapes.size());
+        ratio.measured += Ratio::Time([&] {
+            const HtmlImporter::Result result = HtmlImporter::Convert(code, d);
+            if (!result.ok)
+                std::abort();
+            benchmark::DoNotOptimize(result.shapes.size());
+        });
+        state.PauseTiming();
+        ratio.baseline +=
+            Ratio::Time([&] { benchmark::DoNotOptimize(SameLength(code.size()).size()); });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     Complexity(state);
 }
 

@@ -46,8 +46,15 @@ void MapLayer::Paint(QPainter& painter, const MapDocument& Document, const QImag
         m_valid -= changed;
     const QRegion stale = Region - m_valid;
     if (!stale.isEmpty()) {
+        if (m_scratch.size() != m_layer.size())
+            m_scratch = QImage(m_layer.size(), QImage::Format_RGB32);
+        QPainter scratch(&m_scratch);
+        MapPainter::PaintIndexed(scratch, Document, Background, stale);
+        scratch.end();
         QPainter layer(&m_layer);
-        MapPainter::PaintIndexed(layer, Document, Background, stale);
+        layer.setCompositionMode(QPainter::CompositionMode_Source);
+        for (const QRect& r : stale)
+            layer.drawImage(r.topLeft(), m_scratch, r);
         m_valid += stale;
     }
     for (const QRect& r : Region)

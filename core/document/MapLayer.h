@@ -22,4 +22,6 @@ public:
 private:
     QImage m_layer;
     QRegion m_valid;
+    // Where changed parts are drawn unclipped before their pixels are copied over.
+    QImage m_scratch;
 };

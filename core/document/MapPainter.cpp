@@ -72,11 +72,8 @@ void MapPainter::PaintIndexed(QPainter& painter, const MapDocument& Document,
 {
     if (Region.isEmpty())
         return;
-    painter.save();
-    painter.setClipRegion(Region);
     PaintBackground(painter, Background, Region);
     PaintShapes(painter, Document, Region, Document.ShapesMeeting(Region.boundingRect()));
-    painter.restore();
 }
 
 void MapPainter::PaintRubberBand(QPainter& painter, const MapDocument& Document,

@@ -14,8 +14,10 @@ public:
     // Visits every shape: the reference the faster paths must match pixel for pixel.
     static void Paint(QPainter& painter, const MapDocument& Document, const QImage& Background,
                       const QRegion& Region);
-    // The picture and the shapes, without the rubber band, asking the document's
-    // index for the shapes that meet Region.
+    // The picture under Region and, whole and unclipped, the shapes that meet it (found
+    // through the document's index), without the rubber band: the pixels inside Region
+    // are those of Paint, the caller keeps only those. Unclipped, because a clip moves
+    // where a long line's pixels fall.
     static void PaintIndexed(QPainter& painter, const MapDocument& Document,
                              const QImage& Background, const QRegion& Region);
     static void PaintRubberBand(QPainter& painter, const MapDocument& Document,

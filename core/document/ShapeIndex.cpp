@@ -23,6 +23,7 @@ using Value = std::pair<Box, std::uint32_t>;
 constexpr std::uint32_t NoShape = UINT32_MAX;
 // Past this many changed areas, repainting everything is cheaper than joining them.
 constexpr int ChangedAreaLimit = 256;
+constexpr std::size_t RebuildLimit = 1024;
 
 Box ToBox(const QRect& r)
 {
@@ -213,6 +214,14 @@ void ShapeIndex::Sync(const std::vector<PatShape>& Shapes, std::int16_t Top)
         Replaced(Shapes.size());
     const std::uint32_t top =
         Top >= 0 && static_cast<std::size_t>(Top) < m_ids.size() ? m_ids[Top] : NoShape;
+    // Most of the map changed (a zoom): packing the tree anew beats moving every entry.
+    if (m_touched.size() > RebuildLimit && m_touched.size() > m_ids.size() / 4) {
+        for (const std::uint32_t id : m_touched)
+            m_entries[id].queued = false;
+        m_touched.clear();
+        m_changedAll = true;
+        m_rebuild = true;
+    }
     if (m_rebuild) {
         std::vector<Value> values;
         values.reserve(Shapes.size());

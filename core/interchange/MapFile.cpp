@@ -112,23 +112,22 @@ void ReadSettings(MapTextReader& in, MapDocument& document)
 PatShape ReadShape(MapTextReader& in, const MapDocument& document)
 {
     const std::int16_t type = InRange(in.Int16(), Circle, Polygon);
-    const std::vector<ShapePoint> points = in.Points();
+    std::vector<ShapePoint> points = in.Points();
     // Circles and rectangles are always their four corners; a polygon has a vertex at least.
     if (points.empty() || (type != Polygon && points.size() != 4))
         throw FormatError();
-    const QString url = in.String();
-    const QString comment = in.String();
-    const QString target = in.String();
-    const QString status = in.String();
-    const std::int16_t alert = in.Int16();
-    const QString alertText = in.String();
-
+    // Read straight into the shape: a big map has tens of thousands of these fields.
     PatShape shape;
-    shape.ResetInfo(type, true, document.NonFocusColor, url, comment, target, status, alert,
-                    alertText);
-    shape.ResetPoints(ToInt16(static_cast<std::int64_t>(points.size()) - 1));
-    for (std::size_t j = 0; j < points.size(); ++j)
-        shape.SetPoint(static_cast<std::int16_t>(j), points[j].x, points[j].y);
+    shape.ResetInfo(type, true, document.NonFocusColor, {}, {}, {}, {}, 0, {});
+    shape.URL = in.String();
+    shape.Comment = in.String();
+    shape.Target = in.String();
+    shape.StatusString = in.String();
+    shape.AlertBox = in.Int16();
+    shape.AlertString = in.String();
+    if (points.size() > 32768)
+        throw FormatError();
+    shape.SetPoints(std::move(points));
     return shape;
 }
 
@@ -141,8 +140,9 @@ void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
         throw FormatError();
     const auto N = static_cast<std::int16_t>(wide);
     const qsizetype count = qsizetype(N) + 1;
-    // Check the length first so that a huge count in a short file costs nothing.
-    if (in.LinesLeft() < count * ShapeRecordLines + DefaultAreaLines)
+    // A huge count in a short file must cost nothing: every line takes a character at
+    // least. A missing line further on fails its read.
+    if (in.CharsLeft() + 1 < count * ShapeRecordLines + DefaultAreaLines)
         throw FormatError();
     std::vector<PatShape> shapes;
     shapes.reserve(static_cast<std::size_t>(count));

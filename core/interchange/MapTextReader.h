@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringView>
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <vector>
@@ -36,6 +37,9 @@ public:
 
     // Lines not yet read (a last line without a line end counts).
     qsizetype LinesLeft() const;
+    // Characters not yet read: an upper bound on the lines left, less one, that costs
+    // nothing to find.
+    qsizetype CharsLeft() const { return m_text.size() - std::min(m_pos, m_text.size()); }
 
 private:
     QStringView NextLine();

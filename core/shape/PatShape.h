@@ -48,6 +48,8 @@ public:
     // the shape. Throws IndexOutOfRangeError for a bad index, OverflowError past 32,767.
     void InsertPoint(std::int16_t Index, std::int32_t x, std::int32_t y);
     void RemovePoint(std::int16_t Index);
+    // All points at once, as a map file holds them.
+    void SetPoints(std::vector<ShapePoint> NewPoints) { m_points = std::move(NewPoints); }
     void GetPoint(std::int16_t Index, std::int32_t& x, std::int32_t& y) const;
     ShapePoint GetPoint(std::int16_t Index) const;
     void SetOpenGeneralInfo(ShapeSurface* ThePicBox, double NewZoomLevel);

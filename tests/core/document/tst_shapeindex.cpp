@@ -1,0 +1,262 @@
+#include "ShapeBuilders.h"
+#include "core/document/MapDocument.h"
+#include "core/document/MapLayer.h"
+#include "core/document/MapPainter.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTest>
+#include <random>
+
+// The spatial index behind repaints and picks, and the kept layer of drawn pixels: both
+// must give exactly what visiting every shape gives, through every kind of edit.
+namespace {
+
+constexpr int Width = 420;
+constexpr int Height = 300;
+
+// Count overlapping shapes of every kind, a few of them unfinished polygons, in a
+// random stacking order, at the given zoom.
+MapDocument RandomMap(std::mt19937& random, int Count, double Zoom)
+{
+    std::uniform_int_distribution<int> x(-20, Width), y(-20, Height), size(4, 90), kind(0, 5);
+    std::vector<PatShape> shapes;
+    for (int i = 0; i < Count; ++i) {
+        const int l = x(random), t = y(random), w = size(random), h = size(random);
+        const int k = kind(random);
+        PatShape s;
+        if (k <= 1) {
+            s = MakeShape(k == 0 ? Circle : Rectangle, Corners(l, t, l + w, t + h), nullptr, 1.0);
+        } else {
+            std::vector<ShapePoint> points;
+            const int n = 3 + k;
+            for (int p = 0; p < n; ++p)
+                points.push_back({l + size(random) - 45, t + size(random) - 45});
+            s = MakeShape(Polygon, points, nullptr, 1.0);
+            s.ShapeBuildingFinished = k != 5;
+        }
+        s.ShapeColor = 0x30A060 + i * 0x010203;
+        shapes.push_back(s);
+    }
+    std::vector<std::int16_t> order(shapes.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = static_cast<std::int16_t>(i);
+    std::shuffle(order.begin(), order.end(), random);
+    MapDocument doc;
+    doc.AdoptShapes(std::move(shapes), std::move(order));
+    for (std::int16_t i = 0; i <= doc.ItemCount(); ++i)
+        doc.Shape(i).ResetPointsToZoom(Zoom);
+    doc.ZoomLevel = Zoom;
+    doc.SetShapeColors();
+    return doc;
+}
+
+QImage Picture()
+{
+    QImage picture(Width, Height, QImage::Format_RGB32);
+    for (int y = 0; y < Height; ++y) {
+        for (int x = 0; x < Width; ++x)
+            picture.setPixel(x, y, qRgb(x % 256, y % 256, (x * y) % 256));
+    }
+    return picture;
+}
+
+// Every shape visited: the reference.
+QImage Reference(const MapDocument& doc, const QImage& picture)
+{
+    QImage image(Width + 20, Height + 20, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    MapPainter::Paint(painter, doc, picture, QRegion(image.rect()));
+    return image;
+}
+
+QImage ThroughLayer(MapLayer& layer, const MapDocument& doc, const QImage& picture,
+                    const QRegion& region)
+{
+    QImage image(Width + 20, Height + 20, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    layer.Paint(painter, doc, picture, region);
+    return image;
+}
+
+// Shape at (x, y) as a press finds it without an index: down the stack, first answer.
+MapDocument::Hit LinearHit(const MapDocument& doc, int x, int y)
+{
+    for (const std::int16_t index : doc.ShapeOrder()) {
+        const std::int16_t state =
+            doc.Shapes()[static_cast<std::size_t>(index)].IsCursorOnShape(x, y);
+        if (state != -2)
+            return {index, state};
+    }
+    return {};
+}
+
+std::vector<std::int16_t> LinearMeeting(const MapDocument& doc, const QRect& area)
+{
+    std::vector<std::int16_t> found;
+    for (std::size_t i = 0; i < doc.Shapes().size(); ++i) {
+        if (doc.Shapes()[i].PaintBounds().toQRect().intersects(area))
+            found.push_back(static_cast<std::int16_t>(i));
+    }
+    return found;
+}
+
+// One random edit of the kinds the editor makes, as the editor makes them.
+int RandomEdit(MapDocument& doc, std::mt19937& random)
+{
+    std::uniform_int_distribution<int> what(0, 7), step(-15, 15);
+    if (doc.ItemCount() < 0) {
+        doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 30, 20)));
+        return -1;
+    }
+    std::uniform_int_distribution<int> anyShape(0, doc.ItemCount());
+    const auto index = static_cast<std::int16_t>(anyShape(random));
+    PatShape copy;
+    const int kind = what(random);
+    switch (kind) {
+    case 0: { // drag the top shape
+        PatShape& top = doc.TopShape();
+        top.ResetForNextMove();
+        top.MoveShape(100, 100, false, 0, 0);
+        top.MoveShape(100 + step(random), 100 + step(random), false, 0, 0);
+        break;
+    }
+    case 1: // drag a vertex
+        doc.Shape(index).MoveVertex(0, step(random) * 10 + 150, step(random) * 10 + 150);
+        break;
+    case 2:
+        doc.ReStackArrayFromOptions(index);
+        break;
+    case 3:
+        doc.DeleteShape();
+        break;
+    case 4: // paste a copy of the top shape
+        doc.SetShapeEqualToTopShape(copy);
+        doc.SetNewShape(copy);
+        break;
+    case 5:
+        doc.MorphShape(static_cast<std::int16_t>(index % 3));
+        break;
+    case 6:
+        doc.FocusColor = 0x102030 * (1 + index % 5);
+        doc.SetShapeColors();
+        break;
+    default: { // a new polygon being built
+        const std::int16_t added = doc.AddShape();
+        doc.Shape(added).SetInfo(nullptr, doc.FocusColor, Polygon, doc.ZoomLevel, 0, 0);
+        doc.Shape(added).AddPointToShape(60 + step(random), 70);
+        doc.Shape(added).AddPointToShape(120, 90 + step(random));
+        doc.BringToTop(added);
+        break;
+    }
+    }
+    return kind;
+}
+
+} // namespace
+
+class TestShapeIndex : public QObject
+{
+    Q_OBJECT
+private slots:
+    void paintsTheSamePixelsAsVisitingEveryShape_data()
+    {
+        QTest::addColumn<int>("seed");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<double>("zoom");
+        QTest::newRow("sparse") << 1 << 12 << 1.0;
+        QTest::newRow("crowded") << 2 << 400 << 1.0;
+        QTest::newRow("zoomed in") << 3 << 150 << 1.7;
+        QTest::newRow("zoomed out") << 4 << 150 << 0.6;
+    }
+
+    // The layer, repainting only what changed, against a fresh full paint after each of
+    // a run of random edits; parts of the window repainted in between, as a window does.
+    void paintsTheSamePixelsAsVisitingEveryShape()
+    {
+        QFETCH(int, seed);
+        QFETCH(int, count);
+        QFETCH(double, zoom);
+        std::mt19937 random(static_cast<unsigned>(seed));
+        MapDocument doc = RandomMap(random, count, zoom);
+        const QImage picture = Picture();
+        MapLayer layer;
+        const QRegion all(0, 0, Width + 20, Height + 20);
+        QCOMPARE(ThroughLayer(layer, doc, picture, all), Reference(doc, picture));
+        std::uniform_int_distribution<int> x(0, Width), y(0, Height), size(10, 120);
+        for (int edit = 0; edit < 60; ++edit) {
+            const int kind = RandomEdit(doc, random);
+            ThroughLayer(layer, doc, picture,
+                         QRegion(x(random), y(random), size(random), size(random)) & all);
+            const QImage expected = Reference(doc, picture);
+            const QImage actual = ThroughLayer(layer, doc, picture, all);
+            if (actual != expected)
+                QFAIL(qPrintable(
+                    QStringLiteral("pixels differ after edit %1 of kind %2").arg(edit).arg(kind)));
+        }
+    }
+
+    void aCopiedDocumentIsRepaintedWhole()
+    {
+        std::mt19937 random(9);
+        MapDocument doc = RandomMap(random, 60, 1.0);
+        const QImage picture = Picture();
+        MapLayer layer;
+        const QRegion all(0, 0, Width + 20, Height + 20);
+        ThroughLayer(layer, doc, picture, all);
+        // As a failed command puts its snapshot back.
+        const MapDocument before = doc;
+        doc.DeleteShape();
+        ThroughLayer(layer, doc, picture, all);
+        doc = before;
+        QCOMPARE(ThroughLayer(layer, doc, picture, all), Reference(doc, picture));
+    }
+
+    void findsWhatVisitingEveryShapeFinds()
+    {
+        std::mt19937 random(5);
+        MapDocument doc = RandomMap(random, 300, 1.0);
+        std::uniform_int_distribution<int> x(-30, Width + 30), y(-30, Height + 30), size(1, 80);
+        for (int round = 0; round < 40; ++round) {
+            for (int probe = 0; probe < 50; ++probe) {
+                const int px = x(random), py = y(random);
+                const MapDocument::Hit indexed = doc.ShapeAt(px, py);
+                const MapDocument::Hit linear = LinearHit(doc, px, py);
+                QCOMPARE(indexed.Index, linear.Index);
+                QCOMPARE(indexed.State, linear.State);
+                const QRect area(px, py, size(random), size(random));
+                QCOMPARE(doc.ShapesMeeting(area), LinearMeeting(doc, area));
+            }
+            RandomEdit(doc, random);
+        }
+    }
+
+    void reportsWhereAMovedShapeWasAndIs()
+    {
+        MapDocument doc;
+        doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 40, 30)));
+        doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 40, 30)));
+        bool all = false;
+        doc.TakeChangedArea(all);
+        QVERIFY(all);
+        doc.TakeChangedArea(all);
+        QVERIFY(!all);
+        PatShape& top = doc.TopShape();
+        const QRect before = top.PaintBounds().toQRect();
+        top.ResetForNextMove();
+        top.MoveShape(10, 10, false, 0, 0);
+        top.MoveShape(210, 110, false, 0, 0);
+        const QRegion changed = doc.TakeChangedArea(all);
+        QVERIFY(!all);
+        QCOMPARE(changed, QRegion(before) + QRegion(top.PaintBounds().toQRect()));
+        // Recolouring to the same colours changes nothing on screen.
+        doc.SetShapeColors();
+        QVERIFY(doc.TakeChangedArea(all).isEmpty());
+        QVERIFY(!all);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestShapeIndex)
+#include "tst_shapeindex.moc"

@@ -1,0 +1,131 @@
+#include "FakeCanvasHost.h"
+#include "ShapeBuilders.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/dialogs/frmOptions.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <memory>
+
+// The Properties tab strip on small and on very big maps: the same captions in the same
+// order, the right shape edited and written back, and never a tab per shape up front.
+class TestPropertiesTabs : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_host = std::make_unique<FakeCanvasHost>();
+        m_map = std::make_unique<ShapeCanvas>(*m_host);
+        m_host->active = m_map.get();
+        QImage picture(400, 300, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        m_map->show();
+        m_map->SetNewPicture(picture, QStringLiteral("/maps/pic.png"));
+    }
+
+    void smallMapHasATabForEveryShape()
+    {
+        AddShapes(3);
+        frmOptions dialog(*m_map, m_host->ui);
+        dialog.OpenOnTab(3);
+        QCOMPARE(Captions(dialog), (QStringList{"Map Properties", "Shape #1", "Shape #2",
+                                                "Shape #3", "Default Area"}));
+        QCOMPARE(Tabs(dialog)->currentIndex(), 2);
+        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u1"));
+    }
+
+    void bigMapOpensOnTheShapeAndWritesItBack()
+    {
+        AddShapes(5000);
+        MapDocument& doc = m_map->Document();
+        frmOptions dialog(*m_map, m_host->ui);
+        dialog.OpenOnTab(2502); // Shape #2501, Shapes[2500]
+        QTabBar* tabs = Tabs(dialog);
+        QVERIFY(tabs->count() < 100);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Shape #2501"));
+        QCOMPARE(tabs->tabText(0), QStringLiteral("Map Properties"));
+        QCOMPARE(tabs->tabText(tabs->count() - 1), QStringLiteral("Default Area"));
+        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u2500"));
+        QCOMPARE(doc.ShapeOrder().front(), std::int16_t(2500));
+        dialog.findChild<QLineEdit*>(QStringLiteral("txtURL"))->setText(QStringLiteral("new"));
+
+        // Shape numbers run on without gaps between the map and default area tabs.
+        for (int i = 2; i < tabs->count() - 1; ++i)
+            QCOMPARE(tabs->tabText(i),
+                     QStringLiteral("Shape #%1").arg(tabs->tabText(1).mid(7).toInt() + i - 1));
+
+        tabs->setCurrentIndex(tabs->currentIndex() + 1);
+        QCOMPARE(doc.ShapeOrder().front(), std::int16_t(2501));
+        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u2501"));
+        dialog.findChild<QLineEdit*>(QStringLiteral("txtComment"))->setText(QStringLiteral("c"));
+        tabs->setCurrentIndex(tabs->count() - 1);
+        dialog.findChild<QLineEdit*>(QStringLiteral("txtURL"))->setText(QStringLiteral("rest"));
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+
+        QCOMPARE(doc.GetURL(2500), QStringLiteral("new"));
+        QCOMPARE(doc.GetComment(2501), QStringLiteral("c"));
+        QCOMPARE(doc.GetURL(2501), QStringLiteral("u2501"));
+        QCOMPARE(doc.DefURL, QStringLiteral("rest"));
+        for (const std::int16_t untouched : {0, 2499, 2502, 4999})
+            QCOMPARE(doc.GetURL(untouched), QStringLiteral("u%1").arg(untouched));
+    }
+
+    // Stepping through the tabs one by one reaches every shape, in order, and the end.
+    void steppingWalksTheWholeRange()
+    {
+        AddShapes(300);
+        frmOptions dialog(*m_map, m_host->ui);
+        dialog.OpenOnTab(2);
+        QTabBar* tabs = Tabs(dialog);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Shape #1"));
+        for (int shape = 2; shape <= 300; ++shape) {
+            tabs->setCurrentIndex(tabs->currentIndex() + 1);
+            QCoreApplication::processEvents(); // the strip moves along after the click
+            QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Shape #%1").arg(shape));
+            QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u%1").arg(shape - 1));
+        }
+        tabs->setCurrentIndex(tabs->currentIndex() + 1);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Default Area"));
+        tabs->setCurrentIndex(0);
+        QCOMPARE(dialog.Model().ShownTab(), 1);
+    }
+
+private:
+    std::unique_ptr<FakeCanvasHost> m_host;
+    std::unique_ptr<ShapeCanvas> m_map;
+
+    void AddShapes(int Count)
+    {
+        std::vector<PatShape> shapes;
+        std::vector<std::int16_t> order;
+        for (int i = 0; i < Count; ++i) {
+            PatShape s =
+                MakeShape(Rectangle, Corners(i % 380, i % 280, i % 380 + 20, i % 280 + 20));
+            s.URL = QStringLiteral("u%1").arg(i);
+            shapes.push_back(s);
+            order.push_back(static_cast<std::int16_t>(i));
+        }
+        m_map->Document().AdoptShapes(std::move(shapes), std::move(order));
+    }
+    static QTabBar* Tabs(QDialog& dialog)
+    {
+        return dialog.findChild<QTabBar*>(QStringLiteral("tbsOptions"));
+    }
+    static QStringList Captions(QDialog& dialog)
+    {
+        QStringList captions;
+        for (int i = 0; i < Tabs(dialog)->count(); ++i)
+            captions << Tabs(dialog)->tabText(i);
+        return captions;
+    }
+    static QString Text(QDialog& dialog, const char* name)
+    {
+        return dialog.findChild<QLineEdit*>(QLatin1String(name))->text();
+    }
+};
+
+QTEST_MAIN(TestPropertiesTabs)
+#include "tst_propertiestabs.moc"
