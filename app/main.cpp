@@ -65,5 +65,7 @@ int main(int argc, char** argv)
         frame.ShowStartUp();
     else
         frame.OpenFiles(files);
+    if (parser.isSet(quitAfterPaint) && quitter.Painted())
+        return 0;
     return QApplication::exec();
 }

@@ -2,13 +2,13 @@
 
 // A map window with thousands of shapes, for the editor's benchmarks.
 
+#include "bench/Ratio.h"
 #include "core/base/ModalUi.h"
 #include "core/document/CanvasHost.h"
 #include "ui/canvas/CanvasSurface.h"
 #include "ui/canvas/ShapeCanvas.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <benchmark/benchmark.h>
@@ -92,33 +92,11 @@ struct BenchMap
     }
 };
 
-// Times in milliseconds of the measured work and of its baseline, for a "ratio" counter
-// taken in the same run.
-struct RatioClock
-{
-    double measured = 0.0;
-    double baseline = 0.0;
-
-    template <class Work> static double Time(Work&& work)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    }
-    void Report(benchmark::State& state) const
-    {
-        const double n = static_cast<double>(state.iterations());
-        state.counters["baseline_ms"] = baseline / n;
-        state.counters["ratio"] = baseline > 0.0 ? measured / baseline : 0.0;
-    }
-};
-
 // The least a repaint of Area can cost: filling it with the picture alone.
 inline double PictureFillMs(const QImage& Picture, const QRect& Area)
 {
     QImage target(Area.size(), QImage::Format_RGB32);
-    return RatioClock::Time([&] {
+    return Ratio::Time([&] {
         QPainter painter(&target);
         painter.drawImage(QPoint(0, 0), Picture, Area);
         painter.end();

@@ -1,3 +1,4 @@
+#include "bench/Ratio.h"
 #include "core/document/MapDocument.h"
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
@@ -43,10 +44,19 @@ MapDocument BigMap(int Count)
 void BM_GenerateMapCode(benchmark::State& state)
 {
     MapDocument d = BigMap(static_cast<int>(state.range(0)));
+    const qsizetype length =
+        MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test).size();
+    Ratio ratio;
     for (auto _ : state) {
-        const QString code = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
-        benchmark::DoNotOptimize(code.size());
+        ratio.measured += Ratio::Time([&] {
+            const QString code = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
+            benchmark::DoNotOptimize(code.size());
+        });
+        state.PauseTiming();
+        ratio.baseline += Ratio::Time([&] { benchmark::DoNotOptimize(SameLength(length).size()); });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_GenerateMapCode)->RangeMultiplier(8)->Range(64, 32767)->Complexity();
@@ -56,10 +66,18 @@ void BM_ImportGeneratedCode(benchmark::State& state)
     MapDocument d = BigMap(static_cast<int>(state.range(0)) - 1);
     const QString code = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing);
     MapDocument target;
+    Ratio ratio;
     for (auto _ : state) {
-        const HtmlImporter::Result result = HtmlImporter::Convert(code, target);
-        benchmark::DoNotOptimize(result.shapes.size());
+        ratio.measured += Ratio::Time([&] {
+            const HtmlImporter::Result result = HtmlImporter::Convert(code, target);
+            benchmark::DoNotOptimize(result.shapes.size());
+        });
+        state.PauseTiming();
+        ratio.baseline +=
+            Ratio::Time([&] { benchmark::DoNotOptimize(SameLength(code.size()).size()); });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_ImportGeneratedCode)->RangeMultiplier(8)->Range(64, 32767)->Complexity();
@@ -73,10 +91,18 @@ void BM_ImportUnclosedQuote(benchmark::State& state)
         html += QStringLiteral("<area shape=rect coords=1,2,3,4 href=x>\n");
     html += QLatin1Char('"');
     MapDocument target;
+    Ratio ratio;
     for (auto _ : state) {
-        const HtmlImporter::Result result = HtmlImporter::Convert(html, target);
-        benchmark::DoNotOptimize(result.ok);
+        ratio.measured += Ratio::Time([&] {
+            const HtmlImporter::Result result = HtmlImporter::Convert(html, target);
+            benchmark::DoNotOptimize(result.ok);
+        });
+        state.PauseTiming();
+        ratio.baseline +=
+            Ratio::Time([&] { benchmark::DoNotOptimize(SameLength(html.size()).size()); });
+        state.ResumeTiming();
     }
+    ratio.Report(state);
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_ImportUnclosedQuote)->RangeMultiplier(8)->Range(64, 32768)->Complexity();

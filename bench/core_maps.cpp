@@ -1,10 +1,10 @@
+#include "bench/Ratio.h"
 #include "core/document/MapDocument.h"
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
 #include "core/interchange/MapTextCodec.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QSaveFile>
@@ -78,39 +78,6 @@ MapDocument BigMap(int Count)
     if (Count > 0)
         d.BringToTop(static_cast<std::int16_t>(Count / 2));
     return d;
-}
-
-// Milliseconds of the measured work and of its baseline from the same run, reported as
-// the counters baseline_ms and ratio.
-struct Ratio
-{
-    double measured = 0.0;
-    double baseline = 0.0;
-
-    template <class Work> static double Time(Work&& work)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-    }
-    void Report(benchmark::State& state) const
-    {
-        const double n = static_cast<double>(state.iterations());
-        state.counters["baseline_ms"] = baseline / n;
-        state.counters["ratio"] = baseline > 0.0 ? measured / baseline : 0.0;
-    }
-};
-
-// Baseline of the HTML cases: building a string of the same length piece by piece.
-QString SameLength(qsizetype Length)
-{
-    QString text;
-    const QString piece = QStringLiteral("<area shape=\"rect\" href=\"#\">\n");
-    while (text.size() < Length)
-        text += piece;
-    text.truncate(Length);
-    return text;
 }
 
 void Complexity(benchmark::State& state)

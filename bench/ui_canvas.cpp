@@ -31,9 +31,9 @@ template <class Step, class Undo>
 void MeasureWithRepaint(benchmark::State& state, BenchMap& map, Step&& step, Undo&& undo)
 {
     CanvasSurface& surface = map.canvas->Surface();
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             step();
             QApplication::processEvents();
         });
@@ -51,9 +51,9 @@ void BM_FullRepaint(benchmark::State& state)
     BenchMap map(static_cast<int>(state.range(0)));
     CanvasSurface& surface = map.canvas->Surface();
     QImage target(surface.size(), QImage::Format_RGB32);
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             QPainter painter(&target);
             surface.Render(painter, QRegion(surface.rect()));
             painter.end();
@@ -72,13 +72,13 @@ void BM_FullRepaintCold(benchmark::State& state)
     BenchMap map(static_cast<int>(state.range(0)));
     CanvasSurface& surface = map.canvas->Surface();
     QImage target(surface.size(), QImage::Format_RGB32);
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
         state.PauseTiming();
         surface.SetBackground(surface.Background());
         clock.baseline += PictureFillMs(surface.Background(), surface.rect());
         state.ResumeTiming();
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             QPainter painter(&target);
             surface.Render(painter, QRegion(surface.rect()));
             painter.end();
@@ -94,11 +94,11 @@ void BM_DragStep(benchmark::State& state)
     CanvasSurface& surface = map.canvas->Surface();
     SendMouse(&surface, QEvent::MouseButtonPress, {30, 20}, Qt::LeftButton);
     int step = 0;
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
         // Back and forth, so the shape stays where the picture is.
         const QPoint at(30 + (step++ % 2 == 0 ? 3 : 0), 20);
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             SendMouse(&surface, QEvent::MouseMove, at, Qt::LeftButton);
             QApplication::processEvents();
         });
@@ -115,9 +115,9 @@ void BM_WindowRepaint(benchmark::State& state)
 {
     BenchMap map(static_cast<int>(state.range(0)));
     CanvasSurface& surface = map.canvas->Surface();
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
-        clock.measured += RatioClock::Time([&] { surface.repaint(); });
+        clock.measured += Ratio::Time([&] { surface.repaint(); });
         state.PauseTiming();
         clock.baseline += PictureFillMs(surface.Background(), VisiblePart(surface));
         state.ResumeTiming();
@@ -130,12 +130,12 @@ void BM_WindowRepaintCold(benchmark::State& state)
 {
     BenchMap map(static_cast<int>(state.range(0)));
     CanvasSurface& surface = map.canvas->Surface();
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
         state.PauseTiming();
         clock.baseline += PictureFillMs(surface.Background(), VisiblePart(surface));
         state.ResumeTiming();
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             surface.SetBackground(surface.Background());
             surface.repaint();
         });
@@ -149,9 +149,9 @@ void BM_PressAndRelease(benchmark::State& state)
 {
     BenchMap map(static_cast<int>(state.range(0)));
     CanvasSurface& surface = map.canvas->Surface();
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
-        clock.measured += RatioClock::Time([&] {
+        clock.measured += Ratio::Time([&] {
             SendMouse(&surface, QEvent::MouseButtonPress, {700, 500}, Qt::LeftButton);
             SendMouse(&surface, QEvent::MouseButtonRelease, {700, 500}, Qt::NoButton);
             QApplication::processEvents();

@@ -22,9 +22,10 @@ QString Editor()
 
 double RunMs(const QStringList& Arguments)
 {
-    return RatioClock::Time([&] {
+    return Ratio::Time([&] {
         QProcess editor;
-        editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        editor.setStandardOutputFile(QProcess::nullDevice());
+        editor.setStandardErrorFile(QProcess::nullDevice());
         editor.start(Editor(), Arguments);
         if (!editor.waitForFinished(60000) || editor.exitCode() != 0)
             std::abort();
@@ -66,7 +67,7 @@ QString SampleMap()
 void BM_StartUpToFirstPaint(benchmark::State& state)
 {
     const QString map = state.range(0) == 0 ? SampleMap() : MapOf(static_cast<int>(state.range(0)));
-    RatioClock clock;
+    Ratio clock;
     for (auto _ : state) {
         clock.measured += RunMs({QStringLiteral("--quit-after-first-paint"), map});
         state.PauseTiming();
