@@ -148,11 +148,18 @@ void MapChange::Apply(MapDocument& Document, bool ToAfter) const
     std::vector<PatShape>& shapes = Document.m_shapes;
     const std::size_t to = ToAfter ? m_countAfter : m_countBefore;
     const std::size_t shared = std::min(m_countBefore, m_countAfter);
+    // The document's spatial index follows every shape put back.
+    for (std::size_t i = shapes.size(); i > shared; --i)
+        Document.m_index.Erased(i - 1);
     shapes.resize(shared);
     const std::vector<PatShape>& tail = ToAfter ? m_added : m_removed;
     shapes.insert(shapes.end(), tail.begin(), tail.end());
-    for (const ShapeState& s : m_shapes)
+    for (std::size_t i = shared; i < shapes.size(); ++i)
+        Document.m_index.Appended();
+    for (const ShapeState& s : m_shapes) {
         shapes[static_cast<std::size_t>(s.Index)] = ToAfter ? s.After : s.Before;
+        Document.m_index.Touched(static_cast<std::size_t>(s.Index));
+    }
     m_order.Apply(Document.m_shapeOrder, ToAfter);
     Document.m_itemCount = static_cast<std::int16_t>(static_cast<std::int32_t>(to) - 1);
     if (const auto& properties = ToAfter ? m_propertiesAfter : m_propertiesBefore)

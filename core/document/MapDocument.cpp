@@ -92,6 +92,7 @@ void MapDocument::InsertTopShape(std::int16_t Index, const PatShape& Shape)
     }
     m_shapeOrder.insert(m_shapeOrder.begin(), Index);
     m_shapes.insert(m_shapes.begin() + Index, std::move(shape));
+    m_index.Inserted(static_cast<std::size_t>(Index));
     m_itemCount = static_cast<std::int16_t>(count - 1);
     CurrentShape = Index;
     HitState = -2;

@@ -130,6 +130,22 @@ void ShapeIndex::Appended()
     m_touched.push_back(id);
 }
 
+void ShapeIndex::Inserted(std::size_t Index)
+{
+    if (Index >= m_ids.size()) {
+        Appended();
+        return;
+    }
+    const auto id = static_cast<std::uint32_t>(m_entries.size());
+    Entry entry;
+    entry.queued = true;
+    m_entries.push_back(entry);
+    m_ids.insert(m_ids.begin() + static_cast<std::ptrdiff_t>(Index), id);
+    for (std::size_t i = Index; i < m_ids.size(); ++i)
+        m_entries[m_ids[i]].index = static_cast<std::int32_t>(i);
+    m_touched.push_back(id);
+}
+
 void ShapeIndex::Erased(std::size_t Index)
 {
     if (Index >= m_ids.size())

@@ -26,6 +26,8 @@ public:
     ShapeIndex& operator=(ShapeIndex&& other) noexcept;
 
     void Appended();
+    // A shape put in before Index; the later ones move up one.
+    void Inserted(std::size_t Index);
     void Erased(std::size_t Index);
     void Replaced(std::size_t Count);
     void Touched(std::size_t Index);

@@ -1,7 +1,9 @@
 #include "ShapeBuilders.h"
 #include "core/document/MapDocument.h"
+#include "core/document/MapHistory.h"
 #include "core/document/MapLayer.h"
 #include "core/document/MapPainter.h"
+#include "core/document/StepTarget.h"
 
 #include <QImage>
 #include <QPainter>
@@ -103,10 +105,36 @@ std::vector<std::int16_t> LinearMeeting(const MapDocument& doc, const QRect& are
     return found;
 }
 
-// One random edit of the kinds the editor makes, as the editor makes them.
-int RandomEdit(MapDocument& doc, std::mt19937& random)
+class Target : public StepTarget
 {
-    std::uniform_int_distribution<int> what(0, 7), step(-15, 15);
+public:
+    explicit Target(MapDocument& Document) : m_document(Document) {}
+    MapDocument& StepDocument() override { return m_document; }
+    void StepChangedView() override {}
+
+private:
+    MapDocument& m_document;
+};
+
+int Edit(MapDocument& doc, std::mt19937& random, int kind);
+
+// One random edit of the kinds the editor makes, as the editor makes them, each an undo
+// step; or an undo or a redo.
+int RandomEdit(MapDocument& doc, MapHistory& history, std::mt19937& random)
+{
+    const int kind = std::uniform_int_distribution<int>(0, 9)(random);
+    if (kind == 8)
+        history.Undo();
+    else if (kind == 9)
+        history.Redo();
+    else
+        history.RecordAll(QStringLiteral("edit"), false, [&] { Edit(doc, random, kind); });
+    return kind;
+}
+
+int Edit(MapDocument& doc, std::mt19937& random, int kind)
+{
+    std::uniform_int_distribution<int> step(-15, 15);
     if (doc.ItemCount() < 0) {
         doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 30, 20)));
         return -1;
@@ -114,7 +142,6 @@ int RandomEdit(MapDocument& doc, std::mt19937& random)
     std::uniform_int_distribution<int> anyShape(0, doc.ItemCount());
     const auto index = static_cast<std::int16_t>(anyShape(random));
     PatShape copy;
-    const int kind = what(random);
     switch (kind) {
     case 0: { // drag the top shape
         PatShape& top = doc.TopShape();
@@ -181,13 +208,15 @@ private slots:
         QFETCH(double, zoom);
         std::mt19937 random(static_cast<unsigned>(seed));
         MapDocument doc = RandomMap(random, count, zoom);
+        Target target(doc);
+        MapHistory history(target);
         const QImage picture = Picture();
         MapLayer layer;
         const QRegion all(0, 0, Width + 20, Height + 20);
         QCOMPARE(ThroughLayer(layer, doc, picture, all), Reference(doc, picture));
         std::uniform_int_distribution<int> x(0, Width), y(0, Height), size(10, 120);
         for (int edit = 0; edit < 60; ++edit) {
-            const int kind = RandomEdit(doc, random);
+            const int kind = RandomEdit(doc, history, random);
             ThroughLayer(layer, doc, picture,
                          QRegion(x(random), y(random), size(random), size(random)) & all);
             const QImage expected = Reference(doc, picture);
@@ -218,6 +247,8 @@ private slots:
     {
         std::mt19937 random(5);
         MapDocument doc = RandomMap(random, 300, 1.0);
+        Target target(doc);
+        MapHistory history(target);
         std::uniform_int_distribution<int> x(-30, Width + 30), y(-30, Height + 30), size(1, 80);
         for (int round = 0; round < 40; ++round) {
             for (int probe = 0; probe < 50; ++probe) {
@@ -229,7 +260,7 @@ private slots:
                 const QRect area(px, py, size(random), size(random));
                 QCOMPARE(doc.ShapesMeeting(area), LinearMeeting(doc, area));
             }
-            RandomEdit(doc, random);
+            RandomEdit(doc, history, random);
         }
     }
 
