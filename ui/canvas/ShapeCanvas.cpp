@@ -13,6 +13,7 @@
 #include "core/document/OpenMapCount.h"
 #include "core/document/PointerArea.h"
 #include "core/document/ScrollBarRange.h"
+#include "core/document/ShapeStepper.h"
 #include "core/document/VertexEditor.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/interchange/MapCodeGenerator.h"
@@ -221,6 +222,7 @@ void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
         SetPicSize();
         m_document.DrawShapes();
     });
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::RebuildBuffer()
@@ -434,6 +436,7 @@ void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
         const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
         m_editor.Press(RoundToInt32(p.x()), RoundToInt32(p.y()), m_host.CurrentDrawingMode());
     });
+    emit MapChanged(false);
 }
 
 void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
@@ -455,7 +458,9 @@ void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
         m_host.Dialogs().Message(VertexEditor::TooFewVerticesMessage(), ModalUi::Icon::Critical);
     } else if (outcome == VertexEditor::Outcome::NotOnPolygon) {
         OnPressed(Position, GlobalPosition);
+        return;
     }
+    emit MapChanged(false);
 }
 
 void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
@@ -468,6 +473,8 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
                       Buttons != Qt::NoButton);
         ShowPointerPosition(p, g);
     });
+    if (Buttons != Qt::NoButton)
+        emit MapChanged(false);
 }
 
 void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
@@ -488,6 +495,7 @@ void ShapeCanvas::OnReleased(QPointF Position, QPoint GlobalPosition)
     Q_UNUSED(Position);
     Q_UNUSED(GlobalPosition);
     Guarded([&] { m_editor.Release(); });
+    emit MapChanged(false);
     if (!m_document.PolygonInProgress) {
         m_pointer->End();
         FinishGesture();
@@ -567,6 +575,7 @@ void ShapeCanvas::OnKeyPressed(int Key)
             m_pointer->End();
             FinishGesture();
         }
+        emit MapChanged(false);
         return;
     }
     Nudge(Key);
@@ -589,6 +598,7 @@ void ShapeCanvas::Nudge(int Key)
                                                        : QStringLiteral("Reshape Shape");
         m_history.Push(new NudgeShapeCommand(*this, name, std::move(*change)));
     });
+    emit MapChanged(false);
 }
 
 // ---- lifecycle ---------------------------------------------------------------------
@@ -728,6 +738,7 @@ void ShapeCanvas::DeleteShape(const QString& StepName)
         }
         m_history.Push(step);
     });
+    emit MapChanged(true);
 }
 
 bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
@@ -744,6 +755,7 @@ void ShapeCanvas::SetNewShape(const PatShape& NewShape)
         m_history.Record(QStringLiteral("Paste Shape"), {}, false,
                          [&] { m_document.SetNewShape(NewShape); });
     });
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::MorphShape(std::int16_t SType)
@@ -753,6 +765,7 @@ void ShapeCanvas::MorphShape(std::int16_t SType)
         m_history.Record(QStringLiteral("Morph Shape"), {}, false,
                          [&] { m_document.MorphShape(SType); });
     });
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
@@ -796,6 +809,7 @@ void ShapeCanvas::StepChangedView()
 void ShapeCanvas::DrawShapes()
 {
     Guarded([&] { m_document.DrawShapes(); });
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::ReStackArrayFromOptions(std::int16_t NewTopIndex)
@@ -808,6 +822,22 @@ void ShapeCanvas::ReStackArrayFromOptions(std::int16_t NewTopIndex)
             m_canvas->InvalidateRect(m_document.Shape(index).PaintBounds());
         m_canvas->RepaintNow();
     });
+    emit MapChanged(true);
+}
+
+void ShapeCanvas::SelectShape(std::int16_t Index)
+{
+    if (m_document.PolygonInProgress || Index < 0 || Index > m_document.ItemCount())
+        return;
+    Guarded([&] { ShapeStepper::Select(m_document, Index); });
+    const ShapeRect b = PatShape::BoundingRect(m_document.Shape(Index).Points(), false);
+    EnsureVisible(b.toQRect());
+    emit MapChanged(false);
+}
+
+void ShapeCanvas::NotifyMapChanged(bool Everything)
+{
+    emit MapChanged(Everything);
 }
 
 void ShapeCanvas::SetShapeColors()
@@ -816,4 +846,5 @@ void ShapeCanvas::SetShapeColors()
         m_document.SetShapeColors();
         m_document.DrawShapes();
     });
+    emit MapChanged(true);
 }

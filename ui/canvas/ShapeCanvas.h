@@ -71,6 +71,11 @@ public:
     void DrawShapes();
     void ReStackArrayFromOptions(std::int16_t NewTopIndex);
     void SetShapeColors();
+    // As a click on it would: Index becomes the top shape, its body grabbed; it is
+    // scrolled into view. Ignored while a polygon is being drawn.
+    void SelectShape(std::int16_t Index);
+    // Tells the views of the map that it was changed from outside the window.
+    void NotifyMapChanged(bool Everything);
 
     // ---- undo and modified state -----------------------------------------------------
     // Every change to the map is a step of History(); the map is modified while the
@@ -121,6 +126,9 @@ public:
 
 signals:
     void ViewScaleChanged();
+    // The map may have changed: Everything after a command on the whole map, otherwise
+    // only the top and the current shape (a mouse or key edit).
+    void MapChanged(bool Everything);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

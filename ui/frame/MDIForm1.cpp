@@ -3,6 +3,8 @@
 #include "core/base/ModalUi.h"
 #include "core/base/Module1.h"
 #include "core/document/OpenMapCount.h"
+#include "core/forms/DroppedFiles.h"
+#include "core/forms/FolderMemory.h"
 #include "core/forms/HelpFile.h"
 #include "core/forms/ZoomRules.h"
 #include "core/forms/ZoomStep.h"
@@ -18,6 +20,8 @@
 #include "ui/frame/FrameMenus.h"
 #include "ui/frame/MapCaption.h"
 #include "ui/frame/MapCommandSet.h"
+#include "ui/frame/RecentMapsMenu.h"
+#include "ui/frame/ShapesPanel.h"
 #include "ui/frame/StartUp.h"
 #include "ui/frame/ToolStrip.h"
 #include "ui/frame/UndoActions.h"
@@ -26,7 +30,10 @@
 #include "ui/tools/MapTestCommand.h"
 #include "ui/tools/URLChecker.h"
 
+#include <QAction>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -35,7 +42,9 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
+#include <QSettings>
 #include <QStatusBar>
 #include <QToolButton>
 #include <exception>
@@ -78,7 +87,15 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
     statusBar()->addWidget(m_statusPanel, 1);
     statusBar()->addPermanentWidget(m_zoomPanel);
 
+    m_shapesPanel = new ShapesPanel(m_ui, this);
+    addDockWidget(Qt::RightDockWidgetArea, m_shapesPanel);
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, m_shapesPanel,
+            [this] { m_shapesPanel->SetMap(ActiveMapWindow()); });
     FrameMenus::Create(*this);
+    if (auto* file = findChild<QMenu*>(QStringLiteral("file")))
+        m_recentMaps =
+            new RecentMapsMenu(*file, findChild<QAction*>(QStringLiteral("filesplit")), *this);
+    setAcceptDrops(true);
     ConnectToolStrip();
     m_mapCommands = std::make_unique<MapCommandSet>(*this);
     SetMapCommandsEnabled(OpenMapCount > 0);
@@ -97,6 +114,8 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
                qMin(area.height(), qMax(680, area.height() * 4 / 5)));
         move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
     }
+    // On a small screen the maps need the room; the panel waits under View > Shapes.
+    m_shapesPanel->setVisible(width() >= 1000);
 }
 
 MDIForm1::~MDIForm1()
@@ -178,6 +197,7 @@ ShapeCanvas* MDIForm1::NewMapFromPicture(const QString& Path)
     map->SetNewPicture(picture.image, Path);
     map->setWindowTitle(QStringLiteral("Untitled"));
     ShowMapWindow(*map);
+    RememberFile(Path, false);
     return map;
 }
 
@@ -196,6 +216,7 @@ ShapeCanvas* MDIForm1::OpenMapFile(const QString& Path)
         return nullptr;
     }
     ShowMapWindow(*map);
+    RememberFile(Path, true);
     return map;
 }
 
@@ -258,12 +279,50 @@ void MDIForm1::Redo()
 
 void MDIForm1::SaveMap()
 {
-    OnActiveMap([](ShapeCanvas& map) { map.SaveMap(); });
+    OnActiveMap([this](ShapeCanvas& map) {
+        map.SaveMap();
+        RememberFile(map.FileName(), true);
+    });
 }
 
 void MDIForm1::SaveMapAs()
 {
-    OnActiveMap([](ShapeCanvas& map) { map.SaveMapAs(); });
+    OnActiveMap([this](ShapeCanvas& map) {
+        map.SaveMapAs();
+        RememberFile(map.FileName(), true);
+    });
+}
+
+void MDIForm1::RememberFile(const QString& Path, bool IsMap)
+{
+    if (Path.isEmpty())
+        return;
+    QSettings settings;
+    FolderMemory(settings).Remember(IsMap ? FolderMemory::Kind::Map : FolderMemory::Kind::Picture,
+                                    Path);
+    if (IsMap && m_recentMaps != nullptr)
+        m_recentMaps->Add(Path);
+}
+
+void MDIForm1::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!DroppedFiles::Paths(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MDIForm1::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (!DroppedFiles::Paths(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MDIForm1::dropEvent(QDropEvent* event)
+{
+    const QStringList paths = DroppedFiles::Paths(event->mimeData());
+    if (paths.isEmpty())
+        return;
+    event->acceptProposedAction();
+    OpenFiles(paths);
 }
 
 void MDIForm1::GenerateCode()

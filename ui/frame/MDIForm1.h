@@ -13,6 +13,8 @@ class QDialog;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
+class RecentMapsMenu;
+class ShapesPanel;
 class ToolStrip;
 class UndoActions;
 
@@ -46,6 +48,10 @@ public:
     QMdiArea* MdiArea() const { return m_mdiArea; }
     ShapeClipboard& Clipboard() { return m_clipboard; }
     ToolStrip& Tools() const { return *m_toolStrip; }
+    // The "Shapes" dock on the active map.
+    ShapesPanel& ShapesDock() const { return *m_shapesPanel; }
+    // File > Open Recent.
+    RecentMapsMenu& RecentMaps() const { return *m_recentMaps; }
 
     // ---- commands on the active map --------------------------------------------------
     void Undo();
@@ -85,6 +91,10 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // Pictures dropped on the frame start new maps; .imp files open.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     ModalUi& m_ui;
@@ -93,6 +103,8 @@ private:
     ToolStrip* m_toolStrip;
     QLabel* m_statusPanel;
     QLabel* m_zoomPanel;
+    ShapesPanel* m_shapesPanel;
+    RecentMapsMenu* m_recentMaps = nullptr;
     std::unique_ptr<MapCommandSet> m_mapCommands;
     UndoActions* m_undoActions = nullptr;
 
@@ -105,6 +117,8 @@ private:
     // Undo and the frame's title follow the active map.
     void OnMapActivated();
     void UpdateTitle();
+    // A map file or picture was opened or saved at Path.
+    void RememberFile(const QString& Path, bool IsMap);
     // Runs Command on the active map; an error becomes a critical message and the
     // program goes on.
     void OnActiveMap(const std::function<void(ShapeCanvas&)>& Command);

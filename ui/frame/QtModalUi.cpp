@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QSettings>
 #include <QUrl>
 
 namespace {
@@ -62,15 +63,21 @@ ModalUi::SaveChoice QtModalUi::AskToSaveChanges(const QString& Caption)
     }
 }
 
-QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStringList& Filters)
+QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStringList& Filters,
+                              FolderMemory::Kind Which, const QString& Selected)
 {
-    // The program's folder, as the dialogs always started there; an installed program's
-    // folder is no place for maps, so then the home folder.
-    const QString folder = QFileInfo(Module1::ApplicationFolder()).isWritable()
-                               ? Module1::ApplicationFolder()
-                               : QDir::homePath();
+    // Where this kind of file was last found; at first the program's folder, as the
+    // dialogs always started there (an installed program's folder is no place for maps,
+    // so then the home folder).
+    QSettings settings;
+    FolderMemory folders(settings);
+    const QString folder = folders.Folder(
+        Which, QFileInfo(Module1::ApplicationFolder()).isWritable() ? Module1::ApplicationFolder()
+                                                                    : QDir::homePath());
     QFileDialog dialog(m_parent, DialogTitle, folder);
     dialog.setNameFilters(Filters);
+    if (!Selected.isEmpty())
+        dialog.selectNameFilter(Selected);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     if (Save) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -81,23 +88,28 @@ QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStri
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
+    folders.Remember(Which, dialog.selectedFiles().constFirst());
     return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 
 QString QtModalUi::AskForPicture()
 {
-    return AskForFile(false, CommonDialogStuff::PictureTitle, CommonDialogStuff::PictureFilters());
+    // Every format the program reads shows at first, PNG and WebP too.
+    const QStringList filters = CommonDialogStuff::PictureFilters();
+    return AskForFile(false, CommonDialogStuff::PictureTitle, filters, FolderMemory::Kind::Picture,
+                      filters.constLast());
 }
 
 QString QtModalUi::AskForMapToOpen()
 {
-    return AskForFile(false, CommonDialogStuff::OpenMapTitle, CommonDialogStuff::MapFilters());
+    return AskForFile(false, CommonDialogStuff::OpenMapTitle, CommonDialogStuff::MapFilters(),
+                      FolderMemory::Kind::Map);
 }
 
 QString QtModalUi::AskForMapNameToSave()
 {
-    const QString name =
-        AskForFile(true, CommonDialogStuff::SaveMapTitle, CommonDialogStuff::MapFilters());
+    const QString name = AskForFile(true, CommonDialogStuff::SaveMapTitle,
+                                    CommonDialogStuff::MapFilters(), FolderMemory::Kind::Map);
     return name.isEmpty() ? name : CommonDialogStuff::WithMapExtension(name);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/base/ModalUi.h"
+#include "core/forms/FolderMemory.h"
 
 class QWidget;
 
@@ -29,5 +30,8 @@ public:
 private:
     QWidget* m_parent;
 
-    QString AskForFile(bool Save, const QString& Title, const QStringList& Filters);
+    // Starts in the folder last used for Which and remembers the chosen one;
+    // Selected names the filter shown first (the first of Filters when empty).
+    QString AskForFile(bool Save, const QString& Title, const QStringList& Filters,
+                       FolderMemory::Kind Which, const QString& Selected = QString());
 };

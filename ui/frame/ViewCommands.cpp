@@ -2,6 +2,7 @@
 
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/frame/MDIForm1.h"
+#include "ui/frame/ShapesPanel.h"
 
 #include <QAction>
 #include <QIcon>
@@ -36,4 +37,9 @@ void ViewCommands::AddTo(QMenu& View, MDIForm1& Frame)
         {QKeySequence(Qt::CTRL | Qt::Key_0)}, &ShapeCanvas::ActualSize);
     Add(View, Frame, "FitToWindow", QStringLiteral("&Fit to Window"), nullptr,
         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)}, &ShapeCanvas::FitToWindow);
+    View.addSeparator()->setObjectName(QStringLiteral("viewpanelsplit"));
+    QAction* panel = Frame.ShapesDock().toggleViewAction();
+    panel->setText(QStringLiteral("&Shapes"));
+    panel->setObjectName(QStringLiteral("ShapesPanel"));
+    View.addAction(panel);
 }

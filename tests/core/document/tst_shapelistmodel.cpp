@@ -1,0 +1,212 @@
+#include "ShapeBuilders.h"
+#include "core/document/MapDocument.h"
+#include "core/document/ShapeListModel.h"
+#include "core/forms/GeometryForm.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+MapDocument ThreeShapes(double zoom = 1.0)
+{
+    MapDocument doc;
+    doc.SWidth = 400;
+    doc.SHeight = 300;
+    doc.ZoomLevel = zoom;
+    const auto z = [zoom](int v) { return static_cast<std::int32_t>(v * zoom); };
+    PatShape rect = MakeShape(Rectangle, Corners(z(10), z(20), z(110), z(70)), nullptr, zoom);
+    rect.URL = QStringLiteral("http://example.com/shop");
+    rect.Comment = QStringLiteral("Shop");
+    PatShape circle = MakeShape(Circle, Corners(z(200), z(100), z(260), z(160)), nullptr, zoom);
+    circle.URL = QStringLiteral("about.html");
+    circle.Target = QStringLiteral("_blank");
+    PatShape poly =
+        MakeShape(Polygon, {{z(300), z(10)}, {z(390), z(10)}, {z(350), z(90)}}, nullptr, zoom);
+    poly.URL = QStringLiteral("contact.html");
+    poly.Comment = QStringLiteral("Write to the SHOP");
+    doc.AdoptShapes({rect, circle, poly}, {2, 1, 0});
+    return doc;
+}
+
+QString Cell(const QAbstractItemModel& model, int row, int column)
+{
+    return model.index(row, column).data().toString();
+}
+
+} // namespace
+
+// The Shapes panel's list and geometry numbers against the document they show.
+class TestShapeListModel : public QObject
+{
+    Q_OBJECT
+private slots:
+    void rowsShowEveryShapeInPicturePixels()
+    {
+        for (const double zoom : {1.0, 2.0}) {
+            MapDocument doc = ThreeShapes(zoom);
+            ShapeListModel model;
+            QCOMPARE(model.rowCount(), 0);
+            model.SetDocument(&doc);
+            QCOMPARE(model.rowCount(), 3);
+            QCOMPARE(Cell(model, 0, ShapeListModel::Number), QStringLiteral("Shape #1"));
+            QCOMPARE(Cell(model, 2, ShapeListModel::Number), QStringLiteral("Shape #3"));
+            QCOMPARE(Cell(model, 1, ShapeListModel::Type), QStringLiteral("Circle"));
+            QCOMPARE(Cell(model, 2, ShapeListModel::Type), QStringLiteral("Polygon"));
+            QCOMPARE(Cell(model, 1, ShapeListModel::Target), QStringLiteral("_blank"));
+            QStringList box;
+            for (int c = ShapeListModel::Left; c <= ShapeListModel::Height; ++c)
+                box << Cell(model, 0, c);
+            QCOMPARE(box.join(QLatin1Char(',')), QStringLiteral("10,20,100,50"));
+            QCOMPARE(model.headerData(ShapeListModel::Alt, Qt::Horizontal).toString(),
+                     QStringLiteral("Alt Text"));
+        }
+    }
+
+    void editsInPlaceReachTheDocument()
+    {
+        MapDocument doc = ThreeShapes();
+        ShapeListModel model;
+        model.SetDocument(&doc);
+        QSignalSpy edited(&model, &ShapeListModel::ShapeEdited);
+        QVERIFY(model.flags(model.index(0, ShapeListModel::Url)) & Qt::ItemIsEditable);
+        QVERIFY(!(model.flags(model.index(0, ShapeListModel::Left)) & Qt::ItemIsEditable));
+        QVERIFY(model.setData(model.index(1, ShapeListModel::Url), QStringLiteral("new.html")));
+        QVERIFY(model.setData(model.index(1, ShapeListModel::Alt), QStringLiteral("New")));
+        QVERIFY(model.setData(model.index(1, ShapeListModel::Target), QStringLiteral("_top")));
+        QVERIFY(!model.setData(model.index(1, ShapeListModel::Left), 5));
+        QCOMPARE(doc.GetURL(1), QStringLiteral("new.html"));
+        QCOMPARE(doc.GetComment(1), QStringLiteral("New"));
+        QCOMPARE(doc.GetTarget(1), QStringLiteral("_top"));
+        QCOMPARE(edited.count(), 3);
+        QCOMPARE(edited.first().first().value<std::int16_t>(), std::int16_t(1));
+    }
+
+    void refreshFollowsTheDocument()
+    {
+        MapDocument doc = ThreeShapes();
+        ShapeListModel model;
+        model.SetDocument(&doc);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        // A moved top shape: only its row (and the current one) is announced.
+        doc.TopShape().SetPoint(0, 0, 0);
+        model.Refresh(false);
+        QCOMPARE(reset.count(), 0);
+        QVERIFY(changed.count() >= 1);
+        for (const QList<QVariant>& signal : changed)
+            QCOMPARE(signal.at(0).toModelIndex().row(), signal.at(1).toModelIndex().row());
+        QCOMPARE(Cell(model, 2, ShapeListModel::Left), QStringLiteral("0"));
+        // A deleted shape: the rows are counted again.
+        doc.DeleteShape();
+        model.Refresh(false);
+        QCOMPARE(reset.count(), 1);
+        QCOMPARE(model.rowCount(), 2);
+        changed.clear();
+        model.Refresh(true);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(1).toModelIndex().row(), 1);
+        model.SetDocument(nullptr);
+        QCOMPARE(model.rowCount(), 0);
+        model.Refresh(true);
+    }
+
+    void filterMatchesUrlAltAndTarget_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QList<int>>("rows");
+        QTest::newRow("empty keeps all") << QString() << QList<int>{0, 1, 2};
+        QTest::newRow("url") << QStringLiteral("about") << QList<int>{1};
+        QTest::newRow("alt, any case") << QStringLiteral("shop") << QList<int>{0, 2};
+        QTest::newRow("target") << QStringLiteral("_BLANK") << QList<int>{1};
+        QTest::newRow("type is not searched") << QStringLiteral("Circle") << QList<int>{};
+        QTest::newRow("html") << QStringLiteral(".html") << QList<int>{1, 2};
+    }
+    void filterMatchesUrlAltAndTarget()
+    {
+        QFETCH(QString, text);
+        QFETCH(QList<int>, rows);
+        MapDocument doc = ThreeShapes();
+        ShapeListModel model;
+        model.SetDocument(&doc);
+        model.SetFilter(text);
+        QList<int> shown;
+        for (int r = 0; r < model.rowCount(); ++r) {
+            shown << model.ShapeAt(r);
+            QCOMPARE(model.RowOf(model.ShapeAt(r)), r);
+            QCOMPARE(Cell(model, r, ShapeListModel::Number),
+                     QStringLiteral("Shape #%1").arg(model.ShapeAt(r) + 1));
+        }
+        QCOMPARE(shown, rows);
+        if (!text.isEmpty() && !rows.contains(0))
+            QCOMPARE(model.RowOf(0), -1);
+        // Edits through a filtered row reach the right shape.
+        if (!rows.isEmpty()) {
+            QVERIFY(model.setData(model.index(0, ShapeListModel::Target), QStringLiteral("t")));
+            QCOMPARE(doc.GetTarget(std::int16_t(rows.first())), QStringLiteral("t"));
+        }
+    }
+
+    void geometryFieldsRoundTrip()
+    {
+        for (const double zoom : {1.0, 2.0}) {
+            MapDocument doc = ThreeShapes(zoom);
+            QCOMPARE(GeometryForm::Fields(doc, 0), (QList<int>{10, 20, 100, 50}));
+            QCOMPARE(GeometryForm::Fields(doc, 1), (QList<int>{230, 130, 30}));
+            QCOMPARE(GeometryForm::Vertices(doc, 2),
+                     (QList<QPoint>{{300, 10}, {390, 10}, {350, 90}}));
+
+            QCOMPARE(GeometryForm::ApplyFields(doc, 0, {"5", " 6 ", "70", "80"}), QString());
+            QCOMPARE(GeometryForm::Fields(doc, 0), (QList<int>{5, 6, 70, 80}));
+            const auto z = [zoom](int v) { return static_cast<std::int32_t>(v * zoom); };
+            QCOMPARE(doc.Shape(0).Points(), Corners(z(5), z(6), z(75), z(86)));
+            QCOMPARE(GeometryForm::ApplyFields(doc, 1, {"100", "100", "40"}), QString());
+            QCOMPARE(doc.Shape(1).Points(), Corners(z(60), z(60), z(140), z(140)));
+            QCOMPARE(GeometryForm::ApplyVertices(
+                         doc, 2, {{"0", "0"}, {"400", "0"}, {"400", "300"}, {"0", "300"}}),
+                     QString());
+            QCOMPARE(doc.Shape(2).Points(), Corners(0, 0, z(400), z(300)));
+        }
+    }
+
+    void refusedGeometryLeavesTheShape_data()
+    {
+        QTest::addColumn<int>("shape");
+        QTest::addColumn<QList<QStringList>>("input");
+        QTest::addColumn<QString>("message");
+        MapDocument doc = ThreeShapes();
+        const QString outside = GeometryForm::OutsideMessage(doc);
+        QTest::newRow("letters") << 0 << QList<QStringList>{{"1", "x2", "3", "4"}}
+                                 << GeometryForm::NotANumberMessage("x2");
+        QTest::newRow("empty") << 0 << QList<QStringList>{{"1", "", "3", "4"}}
+                               << GeometryForm::NotANumberMessage("");
+        QTest::newRow("past the right edge")
+            << 0 << QList<QStringList>{{"300", "0", "101", "4"}} << outside;
+        QTest::newRow("negative") << 0 << QList<QStringList>{{"-1", "0", "10", "4"}} << outside;
+        QTest::newRow("16-bit") << 0 << QList<QStringList>{{"0", "0", "99999", "4"}} << outside;
+        QTest::newRow("zero width")
+            << 0 << QList<QStringList>{{"0", "0", "0", "4"}} << GeometryForm::TooSmallMessage();
+        QTest::newRow("circle off the top")
+            << 1 << QList<QStringList>{{"100", "10", "20"}} << outside;
+        QTest::newRow("two vertices") << 2 << QList<QStringList>{{"1", "1"}, {"5", "5"}}
+                                      << GeometryForm::TooFewVerticesMessage();
+        QTest::newRow("vertex below")
+            << 2 << QList<QStringList>{{"1", "1"}, {"5", "5"}, {"5", "301"}} << outside;
+    }
+    void refusedGeometryLeavesTheShape()
+    {
+        QFETCH(int, shape);
+        QFETCH(QList<QStringList>, input);
+        QFETCH(QString, message);
+        MapDocument doc = ThreeShapes();
+        const auto index = static_cast<std::int16_t>(shape);
+        const std::vector<ShapePoint> before = doc.Shape(index).Points();
+        const QString shown = shape == 2 ? GeometryForm::ApplyVertices(doc, index, input)
+                                         : GeometryForm::ApplyFields(doc, index, input.first());
+        QCOMPARE(shown, message);
+        QCOMPARE(doc.Shape(index).Points(), before);
+    }
+};
+
+QTEST_MAIN(TestShapeListModel)
+#include "tst_shapelistmodel.moc"

@@ -1,0 +1,242 @@
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "core/document/ShapeListModel.h"
+#include "core/forms/GeometryForm.h"
+#include "ui/canvas/CanvasSurface.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+#include "ui/frame/ShapesPanel.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The Shapes dock and the view-scale commands of the frame, driven as a user would.
+class TestShapesPanel : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    std::unique_ptr<ScriptedModalUi> m_ui;
+    std::unique_ptr<MDIForm1> m_frame;
+
+    template <typename T> T* Child(QObject& parent, const char* name)
+    {
+        return parent.findChild<T*>(QString::fromLatin1(name));
+    }
+    void Trigger(const char* name) { Child<QAction>(*m_frame, name)->trigger(); }
+    ShapesPanel& Panel() { return m_frame->ShapesDock(); }
+    QTableView& List() { return Panel().List(); }
+    ShapeCanvas* NewMap(int width = 400, int height = 300)
+    {
+        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
+        QImage picture(width, height, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        picture.save(path);
+        m_ui->pictures.enqueue(path);
+        Trigger("NewMap");
+        return m_frame->ActiveMapWindow();
+    }
+    void Draw(ShapeCanvas& map, const char* mode, std::initializer_list<QPoint> points)
+    {
+        Trigger(mode);
+        QWidget* surface = &map.Surface();
+        if (QByteArray(mode) == "PolygonMode") {
+            for (const QPoint p : points)
+                QTest::mouseClick(surface, Qt::LeftButton, {}, p);
+        } else {
+            QTest::mousePress(surface, Qt::LeftButton, {}, *points.begin());
+            QTest::mouseMove(surface, *(points.begin() + 1));
+            QTest::mouseRelease(surface, Qt::LeftButton, {}, *(points.begin() + 1));
+        }
+        Trigger("pointermode");
+    }
+    // The shape number of the selected row, or -1.
+    int SelectedShape()
+    {
+        const QModelIndexList rows = List().selectionModel()->selectedRows();
+        if (rows.size() != 1)
+            return -1;
+        return rows.first().data().toString().mid(7).toInt() - 1;
+    }
+    void SelectRow(int row)
+    {
+        List().selectionModel()->select(List().model()->index(row, 0),
+                                        QItemSelectionModel::ClearAndSelect |
+                                            QItemSelectionModel::Rows);
+    }
+    void Type(const char* field, const QString& text)
+    {
+        auto* edit = Child<QLineEdit>(Panel(), field);
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+
+private slots:
+    void init()
+    {
+        m_ui = std::make_unique<ScriptedModalUi>();
+        m_frame = std::make_unique<MDIForm1>(*m_ui);
+        m_frame->show();
+        Panel().show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+    }
+    void cleanup()
+    {
+        m_ui->answers.fill(true, 20);
+        m_frame.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+
+    void selectionGoesBothWays()
+    {
+        QCOMPARE(List().model()->rowCount(), 0);
+        ShapeCanvas* map = NewMap();
+        Draw(*map, "RectangleMode", {{50, 50}, {80, 80}});   // 0, covered by 1
+        Draw(*map, "RectangleMode", {{10, 10}, {200, 200}}); // 1
+        Draw(*map, "RectangleMode", {{250, 20}, {300, 60}}); // 2
+        QCOMPARE(List().model()->rowCount(), 3);
+        QCOMPARE(SelectedShape(), 2);
+        // The covered shape, chosen in the list, is on top as if clicked.
+        SelectRow(0);
+        QCOMPARE(map->Document().ShapeOrder().front(), std::int16_t(0));
+        QCOMPARE(map->Document().HitState, std::int16_t(-1));
+        QTest::keyClick(&map->Surface(), Qt::Key_Down);
+        QCOMPARE(map->Document().Shape(0).Points().front(), (ShapePoint{50, 51}));
+        // A click in the map selects the row of the shape it picked.
+        QTest::mouseClick(&map->Surface(), Qt::LeftButton, {}, {150, 150});
+        QCOMPARE(SelectedShape(), 1);
+        // Tab too.
+        QTest::keyClick(&map->Surface(), Qt::Key_Tab);
+        QCOMPARE(SelectedShape(), 2);
+        // The row follows a drag: the box columns show where the shape went.
+        QTest::mousePress(&map->Surface(), Qt::LeftButton, {}, {260, 30});
+        QTest::mouseMove(&map->Surface(), {270, 40});
+        QTest::mouseRelease(&map->Surface(), Qt::LeftButton, {}, {270, 40});
+        QCOMPARE(List().model()->index(2, ShapeListModel::Left).data().toInt(), 260);
+        // Deleting shrinks the list.
+        Trigger("DeleteShape");
+        QCOMPARE(List().model()->rowCount(), 2);
+    }
+
+    void listFollowsTheActiveMapAndLetsGoOfClosedOnes()
+    {
+        ShapeCanvas* first = NewMap();
+        Draw(*first, "RectangleMode", {{10, 10}, {50, 50}});
+        ShapeCanvas* second = NewMap();
+        QCOMPARE(Panel().Map(), second);
+        QCOMPARE(List().model()->rowCount(), 0);
+        m_frame->MdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(first->parentWidget()));
+        QCOMPARE(Panel().Map(), first);
+        QCOMPARE(List().model()->rowCount(), 1);
+        m_ui->answers.append({true, true});
+        m_frame->MdiArea()->closeAllSubWindows();
+        QTRY_COMPARE(m_frame->MapWindows().size(), 0);
+        QCOMPARE(List().model()->rowCount(), 0);
+        QCOMPARE(Child<QLabel>(Panel(), "GeometryCaption")->text(),
+                 QStringLiteral("No shape selected"));
+    }
+
+    void editInPlaceAndFilter()
+    {
+        ShapeCanvas* map = NewMap();
+        Draw(*map, "RectangleMode", {{10, 10}, {50, 50}});
+        Draw(*map, "RectangleMode", {{100, 10}, {150, 50}});
+        QAbstractItemModel* model = List().model();
+        QVERIFY(model->setData(model->index(0, ShapeListModel::Url), "shop.html"));
+        QVERIFY(model->setData(model->index(1, ShapeListModel::Alt), "Contact"));
+        QCOMPARE(map->Document().GetURL(0), QStringLiteral("shop.html"));
+        QCOMPARE(map->Document().GetComment(1), QStringLiteral("Contact"));
+        QTest::keyClicks(Child<QLineEdit>(Panel(), "ShapeFilter"), "SHOP");
+        QCOMPARE(model->rowCount(), 1);
+        // Shape 2 is on top but filtered out: nothing is selected; choosing the row
+        // that is left selects its shape.
+        QCOMPARE(SelectedShape(), -1);
+        SelectRow(0);
+        QCOMPARE(map->Document().ShapeOrder().front(), std::int16_t(0));
+        Child<QLineEdit>(Panel(), "ShapeFilter")->clear();
+        QCOMPARE(model->rowCount(), 2);
+        QCOMPARE(SelectedShape(), 0);
+    }
+
+    void geometryEditorAppliesOnEnter()
+    {
+        ShapeCanvas* map = NewMap();
+        Draw(*map, "RectangleMode", {{10, 10}, {50, 40}});
+        QCOMPARE(Child<QLineEdit>(Panel(), "GeometryField3")->text(), QStringLiteral("40"));
+        Type("GeometryField1", "100");
+        Type("GeometryField4", "60");
+        QCOMPARE(map->Document().Shape(0).Points(),
+                 (std::vector<ShapePoint>{{100, 10}, {140, 10}, {140, 70}, {100, 70}}));
+        QCOMPARE(List().model()->index(0, ShapeListModel::Height).data().toInt(), 60);
+        // Outside the picture: refused with a message, the shape as it was.
+        Type("GeometryField3", "1000");
+        QCOMPARE(m_ui->messageTexts(), QStringList{GeometryForm::OutsideMessage(map->Document())});
+        QCOMPARE(map->Document().Shape(0).Points().back(), (ShapePoint{100, 70}));
+        QCOMPARE(Child<QLineEdit>(Panel(), "GeometryField3")->text(), QStringLiteral("40"));
+        // The map's zoom does not change the numbers, which are in picture pixels.
+        map->SetZoomLevel(2.0);
+        QCOMPARE(Child<QLineEdit>(Panel(), "GeometryField1")->text(), QStringLiteral("100"));
+        Type("GeometryField2", "20");
+        QCOMPARE(map->Document().Shape(0).Points().front(), (ShapePoint{200, 40}));
+    }
+
+    void polygonVerticesInsertAndDelete()
+    {
+        ShapeCanvas* map = NewMap();
+        Draw(*map, "PolygonMode", {{10, 10}, {100, 10}, {100, 100}, {10, 10}});
+        auto* table = Child<QTableWidget>(Panel(), "GeometryVertices");
+        QCOMPARE(table->rowCount(), 3);
+        table->setCurrentCell(0, 0);
+        Child<QPushButton>(Panel(), "btnInsertVertex")->click();
+        QCOMPARE(map->Document().Shape(0).Points(),
+                 (std::vector<ShapePoint>{{10, 10}, {55, 10}, {100, 10}, {100, 100}}));
+        QCOMPARE(table->rowCount(), 4);
+        // A typed cell applies.
+        table->item(1, 1)->setText(QStringLiteral("0"));
+        QCOMPARE(map->Document().Shape(0).Points()[1], (ShapePoint{55, 0}));
+        table->setCurrentCell(1, 0);
+        Child<QPushButton>(Panel(), "btnDeleteVertex")->click();
+        QCOMPARE(map->Document().Shape(0).Points().size(), std::size_t(3));
+        Child<QPushButton>(Panel(), "btnDeleteVertex")->click();
+        QCOMPARE(map->Document().Shape(0).Points().size(), std::size_t(3));
+        QCOMPARE(m_ui->messageTexts(), QStringList{GeometryForm::TooFewVerticesMessage()});
+    }
+
+    void viewKeysLookCloserWithoutChangingTheMap()
+    {
+        ShapeCanvas* map = NewMap(1200, 900);
+        QVERIFY(Child<QAction>(*m_frame, "smallsize")->shortcut().isEmpty());
+        QVERIFY(Child<QAction>(*m_frame, "largesize")->shortcut().isEmpty());
+        QVERIFY(Child<QAction>(*m_frame, "ViewCloser")
+                    ->shortcuts()
+                    .contains(QKeySequence(Qt::CTRL | Qt::Key_Equal)));
+        Trigger("ViewCloser");
+        QCOMPARE(map->ViewScaleFactor(), 1.5);
+        QCOMPARE(map->Document().ZoomLevel, 1.0);
+        QCOMPARE(Child<QLabel>(*m_frame, "StatusPanel2")->text(), QStringLiteral("Zoom: 150%"));
+        Trigger("ViewActualSize");
+        QCOMPARE(map->ViewScaleFactor(), 1.0);
+        Trigger("FitToWindow");
+        QVERIFY(map->ViewScaleFactor() < 1.0);
+        for (int i = 0; i < 30; ++i)
+            Trigger("ViewFarther");
+        QCOMPARE(Child<QLabel>(*m_frame, "StatusPanel2")->text(), QStringLiteral("Zoom: 5%"));
+        // The map's own zoom stays with its menu items and multiplies in.
+        Trigger("ViewActualSize");
+        Trigger("smallsize");
+        QVERIFY(map->Document().ZoomLevel > 1.0);
+        QCOMPARE(map->ViewScaleFactor(), 1.0);
+    }
+};
+
+QTEST_MAIN(TestShapesPanel)
+#include "tst_shapespanel.moc"
