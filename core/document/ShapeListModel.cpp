@@ -194,19 +194,28 @@ bool ShapeListModel::setData(const QModelIndex& index, const QVariant& value, in
         return false;
     const std::int16_t row = ShapeAt(index.row());
     const QString text = value.toString();
+    QString name;
+    std::function<void()> edit;
     switch (index.column()) {
     case Url:
-        m_document->SetURL(row, text);
+        name = QStringLiteral("Edit URL");
+        edit = [this, row, text] { m_document->SetURL(row, text); };
         break;
     case Alt:
-        m_document->SetComment(row, text);
+        name = QStringLiteral("Edit Alt Text");
+        edit = [this, row, text] { m_document->SetComment(row, text); };
         break;
     case Target:
-        m_document->SetTarget(row, text);
+        name = QStringLiteral("Edit Target");
+        edit = [this, row, text] { m_document->SetTarget(row, text); };
         break;
     default:
         return false;
     }
+    if (m_runEdit)
+        m_runEdit(name, row, edit);
+    else
+        edit();
     emit dataChanged(index, index);
     emit ShapeEdited(row);
     return true;

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 class MapDocument;
@@ -45,12 +46,20 @@ public:
 
     static QString TypeName(std::int16_t ShapeType);
 
+    // Runs an edit made here (Name: what the user did) on the shape Index; the window
+    // that owns the map passes them through its undo history. By default the edit
+    // simply runs.
+    using EditRunner = std::function<void(const QString& Name, std::int16_t Index,
+                                          const std::function<void()>& Edit)>;
+    void SetEditRunner(EditRunner Runner) { m_runEdit = std::move(Runner); }
+
 signals:
     // A shape's URL, alt text or target was edited here.
     void ShapeEdited(std::int16_t Index);
 
 private:
     MapDocument* m_document = nullptr;
+    EditRunner m_runEdit;
     int m_rows = 0;
     int m_count = 0;
     QString m_filter;

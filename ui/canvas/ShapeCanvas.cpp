@@ -829,7 +829,11 @@ void ShapeCanvas::SelectShape(std::int16_t Index)
 {
     if (m_document.PolygonInProgress || Index < 0 || Index > m_document.ItemCount())
         return;
-    Guarded([&] { ShapeStepper::Select(m_document, Index); });
+    // As a click that only restacks, an undo step of its own.
+    Guarded([&] {
+        RecordEdit(QStringLiteral("Bring to Top"), {Index}, false,
+                   [&] { ShapeStepper::Select(m_document, Index); });
+    });
     const ShapeRect b = PatShape::BoundingRect(m_document.Shape(Index).Points(), false);
     EnsureVisible(b.toQRect());
     emit MapChanged(false);

@@ -134,7 +134,9 @@ bool GeometryEditor::Run(const std::function<QString()>& Change)
         return false;
     QString refusal;
     try {
-        refusal = Change();
+        // One undo step; a refused edit changes nothing and leaves none.
+        m_map->RecordEdit(QStringLiteral("Edit Geometry"), {m_index}, false,
+                          [&] { refusal = Change(); });
     } catch (const std::exception& error) {
         refusal = QString::fromLocal8Bit(error.what());
     }

@@ -16,6 +16,12 @@ ShapesPanel::ShapesPanel(ModalUi& Ui, QWidget* parent)
       m_filterText(new QLineEdit), m_list(new QTableView), m_geometry(new GeometryEditor(Ui))
 {
     setObjectName(QStringLiteral("ShapesDock"));
+    // Edits in the list are undo steps of the map they change.
+    m_model->SetEditRunner(
+        [this](const QString& Name, std::int16_t Index, const std::function<void()>& Edit) {
+            if (m_map)
+                m_map->RecordEdit(Name, {Index}, false, Edit);
+        });
 
     m_filterText->setObjectName(QStringLiteral("ShapeFilter"));
     m_filterText->setPlaceholderText(QStringLiteral("Filter by URL, alt text or target"));
