@@ -59,6 +59,8 @@ ShapeCanvas::~ShapeCanvas()
         if (--OpenMapCount == 0)
             m_host.SetMapCommandsEnabled(false);
     }
+    // The history dies after this body; its last signals must not reach a half-gone widget.
+    disconnect(&m_history.Stack(), nullptr, this, nullptr);
     m_pointer->ReleaseAll();
     m_document.SetSurface(nullptr);
 }
