@@ -42,6 +42,12 @@ ShapesPanel::ShapesPanel(ModalUi& Ui, QWidget* parent)
     m_list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_list->verticalHeader()->setDefaultSectionSize(m_list->fontMetrics().height() + 6);
     m_list->horizontalHeader()->setStretchLastSection(true);
+    // Number and type are short: size them by their longest text so the URL shows.
+    const QFontMetrics metrics = m_list->fontMetrics();
+    m_list->horizontalHeader()->resizeSection(
+        ShapeListModel::Number, metrics.horizontalAdvance(QStringLiteral("Shape #32768")) + 12);
+    m_list->horizontalHeader()->resizeSection(
+        ShapeListModel::Type, metrics.horizontalAdvance(QStringLiteral("Rectangle")) + 12);
     m_list->setWordWrap(false);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& selected) { OnRowChosen(selected); });
