@@ -49,7 +49,7 @@ MapDocument LargeMap(const QString& folder, const QString& link)
 } // namespace
 
 // vantrel-cli save killed at random moments: the target is always the old map or the
-// new one, whole, and nothing else is left in its folder.
+// new one, whole, and nothing but a temporary beside it is left in its folder.
 class TestCliSaveKill : public QObject
 {
     Q_OBJECT
@@ -99,7 +99,16 @@ private slots:
                 found == before || found == after,
                 qPrintable(
                     QStringLiteral("round %1: a mix of %2 bytes").arg(round).arg(found.size())));
-            QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), files);
+            // A kill in the instant between linking the written data under a temporary
+            // name and renaming it over the target can leave that temporary behind; any
+            // other file is a fault.
+            for (const QString& name : QDir(dir.path()).entryList(QDir::Files | QDir::Hidden)) {
+                if (files.contains(name))
+                    continue;
+                QVERIFY2(name.startsWith(QStringLiteral("target.imp.")),
+                         qPrintable(QStringLiteral("round %1 left %2").arg(round).arg(name)));
+                QVERIFY(QFile::remove(dir.filePath(name)));
+            }
         }
         // Many rounds really were cut short (how many depends on the machine's load).
         QVERIFY2(cut >= 6, qPrintable(QStringLiteral("only %1 of 24 saves were killed").arg(cut)));
