@@ -2,6 +2,7 @@
 #include "ui/frame/MDIForm1.h"
 #include "ui/frame/QtModalUi.h"
 #include "ui/frame/QuitAfterFirstPaint.h"
+#include "ui/frame/ScreenFitter.h"
 #include "ui/frame/frmSplash.h"
 
 #include <QApplication>
@@ -14,6 +15,9 @@ int main(int argc, char** argv)
     // The URL checker's embedded browser shares its graphics context with the widgets.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
+    // Every window, whatever the scale factor, opens wholly on its screen.
+    ScreenFitter fitter;
+    app.installEventFilter(&fitter);
     AppResources::Load();
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setApplicationVersion(QStringLiteral("1.0.1"));

@@ -14,6 +14,9 @@ namespace {
 
 constexpr int ButtonSize = 38;
 constexpr int IconSize = 26;
+// On a short screen (a large scale factor) the buttons shrink so the frame still fits.
+constexpr int CompactButtonSize = 30;
+constexpr int CompactIconSize = 20;
 constexpr int Margin = 4;
 
 struct ModeInfo
@@ -123,10 +126,25 @@ ToolStrip::ToolStrip(QWidget* parent)
                     Qt::AlignHCenter);
     grid->setRowStretch(row, 1);
 
-    const QSize hint = m_frame1->sizeHint();
+    m_fullHeight = SetCompact(false).height() + 2 * Margin;
+    const int compactHeight = SetCompact(true).height() + 2 * Margin;
+    const QSize hint = SetCompact(false);
     m_frame1->setGeometry(Margin, Margin, hint.width(), hint.height());
     setFixedWidth(hint.width() + 2 * Margin);
-    setMinimumHeight(hint.height() + 2 * Margin);
+    setMinimumHeight(compactHeight);
+}
+
+QSize ToolStrip::SetCompact(bool Compact)
+{
+    m_compact = Compact;
+    const int size = Compact ? CompactButtonSize : ButtonSize;
+    const int icon = Compact ? CompactIconSize : IconSize;
+    for (QToolButton* button : m_frame1->findChildren<QToolButton*>()) {
+        button->setFixedSize(size, size);
+        button->setIconSize(QSize(icon, icon));
+    }
+    m_frame1->layout()->activate();
+    return m_frame1->sizeHint();
 }
 
 QToolButton* ToolStrip::Button(const QString& Name) const
@@ -155,6 +173,9 @@ int ToolStrip::Frame1Height(int StripHeight, int HelpButtonTop, int CurrentHeigh
 void ToolStrip::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    const bool compact = event->size().height() < m_fullHeight;
+    if (compact != m_compact)
+        m_frame1->resize(m_frame1->width(), SetCompact(compact).height());
     const int helpTop = Button(QStringLiteral("btnHelp"))->y() + m_frame1->y();
     m_frame1->resize(m_frame1->width(),
                      Frame1Height(event->size().height(), helpTop, m_frame1->height()));

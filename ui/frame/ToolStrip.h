@@ -37,10 +37,19 @@ public:
     // leaves Frame1 as it was, so it never shrinks over the buttons.
     static int Frame1Height(int StripHeight, int HelpButtonTop, int CurrentHeight);
 
+    // Whether the buttons are drawn smaller, as they are when the strip is too short for
+    // them at their full size.
+    bool IsCompact() const { return m_compact; }
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    // Sizes every button for the mode and gives Frame1's height for it.
+    QSize SetCompact(bool Compact);
+
     QFrame* m_frame1;
     QButtonGroup* m_modes;
+    int m_fullHeight = 0;
+    bool m_compact = false;
 };

@@ -66,14 +66,20 @@ URLChecker::URLChecker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     connect(about, &QPushButton::clicked, this, &URLChecker::About);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
-    auto* row = new QHBoxLayout(frame);
-    row->addWidget(m_combo, 2);
-    row->addWidget(baseLabel);
-    row->addWidget(m_base, 1);
-    row->addWidget(check);
-    row->addWidget(edit);
-    row->addWidget(about);
-    row->addWidget(close);
+    // The buttons go under the fields, so the checker fits a small or scaled screen.
+    auto* rows = new QVBoxLayout(frame);
+    auto* fields = new QHBoxLayout;
+    fields->addWidget(m_combo, 2);
+    fields->addWidget(baseLabel);
+    fields->addWidget(m_base, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(check);
+    buttons->addWidget(edit);
+    buttons->addWidget(about);
+    buttons->addWidget(close);
+    rows->addLayout(fields);
+    rows->addLayout(buttons);
 
     // The table and the browser share every pixel below the row of controls.
     auto* split = new QSplitter(Qt::Vertical, this);
