@@ -1,3 +1,4 @@
+#include "core/forms/EditorCommandLine.h"
 #include "ui/frame/AppResources.h"
 #include "ui/frame/MDIForm1.h"
 #include "ui/frame/QtModalUi.h"
@@ -6,12 +7,21 @@
 #include "ui/frame/frmSplash.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QIcon>
 #include <QImageReader>
 
 int main(int argc, char** argv)
 {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    // --help and --version print and quit, in a terminal with no display too.
+    if (EditorCommandLine::OnlyPrints(arguments)) {
+        QCoreApplication info(argc, argv);
+        EditorCommandLine::Describe();
+        EditorCommandLine().Process(info);
+    }
+
     // The URL checker's embedded browser shares its graphics context with the widgets.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
@@ -19,28 +29,14 @@ int main(int argc, char** argv)
     ScreenFitter fitter;
     app.installEventFilter(&fitter);
     AppResources::Load();
-    QApplication::setApplicationName(QStringLiteral("Vantrel"));
-    QApplication::setApplicationVersion(QStringLiteral("1.0.1"));
-    QApplication::setOrganizationName(QStringLiteral("Vantrel"));
+    EditorCommandLine::Describe();
     QApplication::setDesktopFileName(QStringLiteral("vantrel"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/vantrel.svg")));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Editor for HTML client-side image maps."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("files"),
-                                 QStringLiteral("Image Map Files (.imp) to open, or pictures to "
-                                                "start new maps from."),
-                                 QStringLiteral("[FILE...]"));
-    QCommandLineOption quitAfterPaint(
-        QStringLiteral("quit-after-first-paint"),
-        QStringLiteral("Quit once the first map is painted (for timing start-up)."));
-    quitAfterPaint.setFlags(QCommandLineOption::HiddenFromHelp);
-    parser.addOption(quitAfterPaint);
-    parser.process(app);
+    EditorCommandLine commandLine;
+    commandLine.Process(app);
     QuitAfterFirstPaint quitter;
-    if (parser.isSet(quitAfterPaint))
+    if (commandLine.QuitAfterFirstPaint())
         app.installEventFilter(&quitter);
 
     frmSplash splash;
@@ -64,12 +60,12 @@ int main(int argc, char** argv)
     frame.show();
     splash.close();
 
-    const QStringList files = parser.positionalArguments();
+    const QStringList files = commandLine.Files();
     if (files.isEmpty())
         frame.ShowStartUp();
     else
         frame.OpenFiles(files);
-    if (parser.isSet(quitAfterPaint) && quitter.Painted())
+    if (commandLine.QuitAfterFirstPaint() && quitter.Painted())
         return 0;
     return QApplication::exec();
 }

@@ -39,6 +39,10 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
     if (Arguments.size() == 1 &&
         (Arguments[0] == QLatin1String("--help") || Arguments[0] == QLatin1String("-h")))
         return request;
+    if (Arguments.size() == 1 && Arguments[0] == QLatin1String("--version")) {
+        request.command = Command::Version;
+        return request;
+    }
     if (Arguments.isEmpty() || !Commands().contains(Arguments[0]))
         return std::nullopt;
     const Grammar grammar = Commands().value(Arguments[0]);

@@ -9,7 +9,7 @@
 // One vantrel-cli command line, checked for form only (files are not looked at).
 struct CliRequest
 {
-    enum class Command { Help, Html, Dump, Save, Import, New, TestPage, Lint, Links };
+    enum class Command { Help, Version, Html, Dump, Save, Import, New, TestPage, Lint, Links };
 
     Command command = Command::Help;
     bool testForm = false; // html --test

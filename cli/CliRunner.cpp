@@ -2,6 +2,7 @@
 
 #include "cli/LinksCommand.h"
 #include "cli/MapJson.h"
+#include "core/base/ProductVersion.h"
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
@@ -33,6 +34,9 @@ int CliRunner::Run(const CliRequest& Request)
         switch (Request.command) {
         case CliRequest::Command::Help:
             m_out.write(CliRequest::Usage().toUtf8());
+            return 0;
+        case CliRequest::Command::Version:
+            m_out.write(QStringLiteral("vantrel-cli %1\n").arg(ProductVersion::Text()).toUtf8());
             return 0;
         case CliRequest::Command::Html:
             return Request.format == MapFormat::Classic ? Html(Request) : WebHtml(Request);
