@@ -60,3 +60,24 @@ void RecentFiles::Store(const QStringList& Paths)
 {
     m_settings.setValue(Key, Paths);
 }
+
+QStringList RecentFiles::Labels(const QStringList& Paths, const QString& Home)
+{
+    QStringList names;
+    for (const QString& path : Paths)
+        names << QFileInfo(path).fileName();
+    QStringList labels;
+    for (qsizetype i = 0; i < Paths.size(); ++i) {
+        if (names.count(names.at(i)) == 1) {
+            labels << names.at(i);
+            continue;
+        }
+        QString folder = QFileInfo(Paths.at(i)).absolutePath();
+        const QString home = QDir::cleanPath(Home);
+        if (!home.isEmpty() && home != QLatin1String("/") &&
+            (folder == home || folder.startsWith(home + QLatin1Char('/'))))
+            folder = QLatin1Char('~') + folder.mid(home.size());
+        labels << QStringLiteral("%1 (%2)").arg(names.at(i), QDir::toNativeSeparators(folder));
+    }
+    return labels;
+}

@@ -20,6 +20,9 @@ public:
     void Clear();
     // Said when a listed map no longer exists and leaves the list.
     static QString MissingMessage(const QString& Path);
+    // What the menu shows for each path: the file name, and its folder (the home folder
+    // as "~") where two maps of the same name would otherwise look alike.
+    static QStringList Labels(const QStringList& Paths, const QString& Home);
 
 private:
     QSettings& m_settings;

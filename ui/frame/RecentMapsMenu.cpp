@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QIcon>
 #include <QMenu>
 
 RecentMapsMenu::RecentMapsMenu(QMenu& File, QAction* Before, MDIForm1& Frame)
@@ -13,6 +14,9 @@ RecentMapsMenu::RecentMapsMenu(QMenu& File, QAction* Before, MDIForm1& Frame)
 {
     m_menu->setObjectName(QStringLiteral("OpenRecent"));
     m_menu->menuAction()->setObjectName(QStringLiteral("OpenRecentMenu"));
+    m_menu->menuAction()->setIcon(QIcon(QStringLiteral(":/icons/recent.svg")));
+    // The whole path of an entry, when the pointer rests on it.
+    m_menu->setToolTipsVisible(true);
     File.insertMenu(Before, m_menu);
     connect(m_menu, &QMenu::aboutToShow, this, &RecentMapsMenu::Fill);
     Fill();
@@ -28,10 +32,12 @@ void RecentMapsMenu::Fill()
 {
     m_menu->clear();
     const QStringList paths = m_recent.Paths();
+    const QStringList labels = RecentFiles::Labels(paths, QDir::homePath());
     int number = 1;
     for (const QString& path : paths) {
-        QAction* action = m_menu->addAction(
-            QStringLiteral("&%1 %2").arg(number++).arg(QFileInfo(path).fileName()));
+        QAction* action =
+            m_menu->addAction(QStringLiteral("&%1 %2").arg(number).arg(labels.at(number - 1)));
+        ++number;
         action->setToolTip(QDir::toNativeSeparators(path));
         action->setStatusTip(QDir::toNativeSeparators(path));
         action->setData(path);

@@ -33,9 +33,9 @@ void ViewCommands::AddTo(QMenu& View, MDIForm1& Frame)
         {QKeySequence::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Equal)}, &ShapeCanvas::ZoomViewIn);
     Add(View, Frame, "ViewFarther", QStringLiteral("Zoom View &Out"), "zoomout",
         {QKeySequence::ZoomOut}, &ShapeCanvas::ZoomViewOut);
-    Add(View, Frame, "ViewActualSize", QStringLiteral("&Actual Size"), nullptr,
+    Add(View, Frame, "ViewActualSize", QStringLiteral("&Actual Size"), "zoomactual",
         {QKeySequence(Qt::CTRL | Qt::Key_0)}, &ShapeCanvas::ActualSize);
-    Add(View, Frame, "FitToWindow", QStringLiteral("&Fit to Window"), nullptr,
+    Add(View, Frame, "FitToWindow", QStringLiteral("&Fit to Window"), "zoomfit",
         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)}, &ShapeCanvas::FitToWindow);
     View.addSeparator()->setObjectName(QStringLiteral("viewpanelsplit"));
     QAction* panel = Frame.ShapesDock().toggleViewAction();

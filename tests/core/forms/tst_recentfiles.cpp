@@ -51,6 +51,18 @@ private slots:
         QVERIFY(RecentFiles::MissingMessage(QStringLiteral("/x/a.imp")).contains("/x/a.imp"));
     }
 
+    void sameNamesShowTheirFolders()
+    {
+        const QStringList paths{"/home/ann/web/harbour.imp", "/home/ann/old/harbour.imp",
+                                "/srv/maps/plan.imp", "/home/ann/harbour.imp",
+                                "/home/annex/harbour.imp"};
+        QCOMPARE(RecentFiles::Labels(paths, QStringLiteral("/home/ann")),
+                 QStringList({"harbour.imp (~/web)", "harbour.imp (~/old)", "plan.imp",
+                              "harbour.imp (~)", "harbour.imp (/home/annex)"}));
+        QCOMPARE(RecentFiles::Labels({"/a/x.imp", "/b/y.imp"}, QStringLiteral("/home/ann")),
+                 QStringList({"x.imp", "y.imp"}));
+    }
+
     void eachKindOfFileHasItsFolder()
     {
         QSettings settings(Settings(), QSettings::IniFormat);
