@@ -17,9 +17,10 @@ PictureStrip::PictureStrip(QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-QPixmap PictureStrip::MakeStrip(int Count, int CellSide)
+QPixmap PictureStrip::MakeStrip(int Count, int CellSide, qreal Ratio)
 {
-    QPixmap strip(Count * CellSide, CellSide);
+    QPixmap strip(QSize(Count * CellSide, CellSide) * Ratio);
+    strip.setDevicePixelRatio(Ratio);
     strip.fill(Qt::transparent);
     QPainter p(&strip);
     p.setRenderHint(QPainter::Antialiasing);
@@ -78,10 +79,15 @@ void PictureStrip::paintEvent(QPaintEvent*)
     p.drawRect(rect().adjusted(0, 0, -1, -1));
     const int cells = m_maximum;
     const double step = double(width() - 6) / cells;
+    // Drawn again for the screen's pixels, so the pictures stay sharp at any scale.
+    const qreal ratio = devicePixelRatioF();
+    if (m_strip.devicePixelRatio() != ratio)
+        m_strip = MakeStrip(m_frames, Side, ratio);
     for (int k = 0; k < cells; ++k) {
         const QRect target(3 + int(k * step + (step - Side) / 2), (height() - Side) / 2, Side,
                            Side);
         p.setOpacity(k < m_value ? 1.0 : 0.15);
-        p.drawPixmap(target, m_strip, QRect((k % m_frames) * Side, 0, Side, Side));
+        p.drawPixmap(QRectF(target), m_strip,
+                     QRectF((k % m_frames) * Side * ratio, 0, Side * ratio, Side * ratio));
     }
 }

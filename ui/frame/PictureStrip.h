@@ -17,8 +17,9 @@ public:
     int Maximum() const { return m_maximum; }
     QSize sizeHint() const override;
 
-    // The strip: Count square pictures of Side pixels side by side, painted here.
-    static QPixmap MakeStrip(int Count, int Side);
+    // The strip: Count square pictures of Side pixels side by side, painted here for a
+    // screen of Ratio device pixels per pixel.
+    static QPixmap MakeStrip(int Count, int Side, qreal Ratio = 1.0);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

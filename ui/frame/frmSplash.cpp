@@ -1,8 +1,8 @@
 #include "ui/frame/frmSplash.h"
 
+#include "core/base/ProductVersion.h"
 #include "ui/frame/PictureStrip.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QLabel>
@@ -26,8 +26,7 @@ frmSplash::frmSplash(QWidget* parent)
     big.setPointSize(30);
     big.setBold(true);
     product->setFont(big);
-    auto* version =
-        new QLabel(QStringLiteral("Version ") + QCoreApplication::applicationVersion(), this);
+    auto* version = new QLabel(QStringLiteral("Version ") + ProductVersion::Text(), this);
     version->setObjectName(QStringLiteral("lblVersion"));
     auto* tagline = new QLabel(QStringLiteral("Image maps for the web"), this);
     QFont italic = tagline->font();
