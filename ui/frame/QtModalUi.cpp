@@ -75,17 +75,7 @@ QString QtModalUi::AskForFile(bool Save, const QString& DialogTitle, const QStri
         Which, QFileInfo(Module1::ApplicationFolder()).isWritable() ? Module1::ApplicationFolder()
                                                                     : QDir::homePath());
     QFileDialog dialog(m_parent, DialogTitle, folder);
-    dialog.setNameFilters(Filters);
-    if (!Selected.isEmpty())
-        dialog.selectNameFilter(Selected);
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    if (Save) {
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setFileMode(QFileDialog::AnyFile);
-    } else {
-        dialog.setAcceptMode(QFileDialog::AcceptOpen);
-        dialog.setFileMode(QFileDialog::ExistingFile);
-    }
+    Prepare(dialog, Save, Filters, Selected);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     folders.Remember(Which, dialog.selectedFiles().constFirst());
@@ -137,4 +127,16 @@ bool QtModalUi::OpenWithDesktop(const QString& FileOrUrl)
     const QUrl url = QFileInfo::exists(FileOrUrl) ? QUrl::fromLocalFile(FileOrUrl)
                                                   : QUrl::fromUserInput(FileOrUrl);
     return url.isValid() && QDesktopServices::openUrl(url);
+}
+
+void QtModalUi::Prepare(QFileDialog& Dialog, bool Save, const QStringList& Filters,
+                        const QString& Selected)
+{
+    // Hiding the details refills the list of filters, so it comes before the choice of one.
+    Dialog.setOption(QFileDialog::HideNameFilterDetails);
+    Dialog.setNameFilters(Filters);
+    if (!Selected.isEmpty())
+        Dialog.selectNameFilter(Selected);
+    Dialog.setAcceptMode(Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    Dialog.setFileMode(Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
 }

@@ -3,6 +3,7 @@
 #include "core/base/ModalUi.h"
 #include "core/forms/FolderMemory.h"
 
+class QFileDialog;
 class QWidget;
 
 // The editor's ModalUi: Qt message boxes, file dialogs, input prompt and desktop
@@ -26,6 +27,11 @@ public:
     std::optional<int> Choose(const QString& PromptText, const QString& Title,
                               const QStringList& Items) override;
     bool OpenWithDesktop(const QString& FileOrUrl) override;
+
+    // How every file dialog is set up: its filters, Selected (the first when empty) shown
+    // at first, and whether it opens or saves.
+    static void Prepare(QFileDialog& Dialog, bool Save, const QStringList& Filters,
+                        const QString& Selected);
 
 private:
     QWidget* m_parent;

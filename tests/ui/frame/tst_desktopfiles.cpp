@@ -1,15 +1,19 @@
 #include "ScriptedModalUi.h"
 #include "core/document/OpenMapCount.h"
+#include "core/forms/CommonDialogStuff.h"
 #include "core/forms/RecentFiles.h"
 #include "core/interchange/PictureLoader.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/frame/MDIForm1.h"
+#include "ui/frame/QtModalUi.h"
 #include "ui/frame/RecentMapsMenu.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDropEvent>
 #include <QFile>
+#include <QFileDialog>
 #include <QMenu>
 #include <QMimeData>
 #include <QStandardPaths>
@@ -115,6 +119,25 @@ private slots:
         QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(m_frame.get(), &enter);
         QVERIFY(!enter.isAccepted());
+    }
+
+    void pictureDialogShowsEveryFormatFirst()
+    {
+        const QStringList filters = CommonDialogStuff::PictureFilters();
+        QFileDialog dialog;
+        QtModalUi::Prepare(dialog, false, filters, filters.constLast());
+        const auto* types = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+        QVERIFY(types != nullptr);
+        QCOMPARE(types->count(), 2);
+        QCOMPARE(types->currentIndex(), 1);
+        QCOMPARE(types->currentText(), QStringLiteral("All Pictures"));
+        QCOMPARE(dialog.fileMode(), QFileDialog::ExistingFile);
+        // The map dialogs keep their one filter; saving takes a new name.
+        QFileDialog save;
+        QtModalUi::Prepare(save, true, CommonDialogStuff::MapFilters(), QString());
+        QCOMPARE(save.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
+                 QStringLiteral("Image Map Files"));
+        QCOMPARE(save.acceptMode(), QFileDialog::AcceptSave);
     }
 
     void openRecentListsSavedAndOpenedMaps()
