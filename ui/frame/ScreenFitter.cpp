@@ -62,7 +62,9 @@ void ScreenFitter::Fit(QWidget& Window)
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Show && watched->isWidgetType()) {
+    // Shown by the program, not restored by the window system: a window the user has
+    // dragged half off the screen comes back from the task bar where it was.
+    if (event->type() == QEvent::Show && !event->spontaneous() && watched->isWidgetType()) {
         auto* widget = static_cast<QWidget*>(watched);
         if (IsFittedKind(*widget))
             Fit(*widget);
