@@ -19,8 +19,10 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QDockWidget>
 #include <QFileDialog>
+#include <QIcon>
 #include <QImage>
 #include <QMessageBox>
 #include <QScreen>
@@ -81,6 +83,7 @@ private slots:
     void cleanupTestCase();
     void placement_data();
     void placement();
+    void everyIconIsDrawnForTheScreen();
     void toolStripShrinksWhenShort();
     void frameWithShapesPanel_data();
     void frameWithShapesPanel();
@@ -139,6 +142,19 @@ void TestWindowsFit::placement()
     widget.move(-200, 400);
     widget.show();
     CheckFits(widget);
+}
+
+void TestWindowsFit::everyIconIsDrawnForTheScreen()
+{
+    // Scalable pictures only: drawn for twice the pixels, a 26-pixel icon is 52 wide.
+    const QStringList icons = QDir(QStringLiteral(":/icons")).entryList(QDir::Files);
+    QVERIFY(icons.size() > 30);
+    for (const QString& name : icons) {
+        QVERIFY2(name.endsWith(QLatin1String(".svg")), qPrintable(name));
+        const QPixmap pixmap = QIcon(QStringLiteral(":/icons/") + name)
+                                   .pixmap(QSize(26, 26), Screen(0)->devicePixelRatio());
+        QVERIFY2(pixmap.width() == 52 && !pixmap.toImage().isNull(), qPrintable(name));
+    }
 }
 
 void TestWindowsFit::toolStripShrinksWhenShort()
