@@ -1,4 +1,5 @@
 #include "ScriptedModalUi.h"
+#include "ShapeBuilders.h"
 #include "core/document/OpenMapCount.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/ColorPicker.h"
@@ -57,6 +58,16 @@ class TestWindowsFit : public QObject
         picture.save(path);
         m_ui.pictures.enqueue(path);
         m_frame->findChild<QAction*>(QStringLiteral("NewMap"))->trigger();
+        // Enough shapes for a run of tabs in Properties and a long list in the panel.
+        std::vector<PatShape> shapes;
+        std::vector<std::int16_t> order;
+        for (std::int16_t i = 0; i < 200; ++i) {
+            PatShape shape = MakeShape(Rectangle, Corners(i * 10, i * 5, i * 10 + 90, i * 5 + 60));
+            shape.URL = QStringLiteral("https://www.example.com/a/rather/long/path/%1.html").arg(i);
+            shapes.push_back(shape);
+            order.push_back(i);
+        }
+        m_frame->ActiveMapWindow()->Document().AdoptShapes(std::move(shapes), std::move(order));
         return m_frame->ActiveMapWindow();
     }
     static QString Where(const QWidget& window)
