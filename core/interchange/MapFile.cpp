@@ -109,15 +109,16 @@ void ReadSettings(MapTextReader& in, MapDocument& document)
     document.BorderColor = in.Int32();
 }
 
-PatShape ReadShape(MapTextReader& in, const MapDocument& document)
+// Reads straight into Shape, a new one in place in the shape list: a big map has tens of
+// thousands of shapes.
+void ReadShape(MapTextReader& in, const MapDocument& document, ShapeSurface* surface,
+               PatShape& shape)
 {
     const std::int16_t type = InRange(in.Int16(), Circle, Polygon);
     std::vector<ShapePoint> points = in.Points();
     // Circles and rectangles are always their four corners; a polygon has a vertex at least.
-    if (points.empty() || (type != Polygon && points.size() != 4))
+    if (points.empty() || (type != Polygon && points.size() != 4) || points.size() > 32768)
         throw FormatError();
-    // Read straight into the shape: a big map has tens of thousands of these fields.
-    PatShape shape;
     shape.ResetInfo(type, true, document.NonFocusColor, {}, {}, {}, {}, 0, {});
     shape.URL = in.String();
     shape.Comment = in.String();
@@ -125,10 +126,8 @@ PatShape ReadShape(MapTextReader& in, const MapDocument& document)
     shape.StatusString = in.String();
     shape.AlertBox = in.Int16();
     shape.AlertString = in.String();
-    if (points.size() > 32768)
-        throw FormatError();
     shape.SetPoints(std::move(points));
-    return shape;
+    shape.SetOpenGeneralInfo(surface, document.ZoomLevel);
 }
 
 void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
@@ -140,15 +139,15 @@ void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
         throw FormatError();
     const auto N = static_cast<std::int16_t>(wide);
     const qsizetype count = qsizetype(N) + 1;
-    // A huge count in a short file must cost nothing: every line takes a character at
-    // least. A missing line further on fails its read.
-    if (in.CharsLeft() + 1 < count * ShapeRecordLines + DefaultAreaLines)
+    // A huge count in a short file must cost nothing: every line takes a byte at least. A missing
+    // line further on fails its read.
+    if (in.BytesLeft() + 1 < count * ShapeRecordLines + DefaultAreaLines)
         throw FormatError();
     std::vector<PatShape> shapes;
     shapes.reserve(static_cast<std::size_t>(count));
     std::vector<std::int16_t> order(static_cast<std::size_t>(count), -1);
     for (qsizetype i = 0; i < count; ++i) {
-        shapes.push_back(ReadShape(in, document));
+        ReadShape(in, document, surface, shapes.emplace_back());
         // Shape i's record holds ShapeOrder entry i; read back it is taken as the
         // position of shape i, the inverse for any order that is not its own inverse.
         const std::int16_t k = InRange(in.Int16(), 0, N);
@@ -156,8 +155,6 @@ void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
             throw FormatError();
         order[static_cast<std::size_t>(k)] = static_cast<std::int16_t>(i);
     }
-    for (PatShape& shape : shapes)
-        shape.SetOpenGeneralInfo(surface, document.ZoomLevel);
     document.SetSurface(surface);
     document.AdoptShapes(std::move(shapes), std::move(order));
     if (count > 0)
@@ -193,10 +190,10 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
                                      ShapeSurface* Surface)
 {
     try {
-        std::optional<QString> text = MapTextCodec::Decode(Bytes);
+        std::optional<MapTextCodec::Utf8Text> text = MapTextCodec::DecodeToUtf8(Bytes);
         if (!text)
             return Failed({CannotLoadMessage()});
-        MapTextReader in(std::move(*text));
+        MapTextReader in(std::move(text->bytes), text->ascii);
         MapDocument document;
         in.String(); // the format version is never checked
         in.String(); // where it was last saved; a copy keeps its original's name here

@@ -3,26 +3,14 @@
 #include "core/base/Numeric.h"
 
 #include <QLocale>
+#include <QStringDecoder>
+#include <QtAlgorithms>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace {
-
-// Plain searches over the UTF-16 data: QStringView's single-character indexOf and count
-// go through the general substring search, which costs several times more per line.
-qsizetype IndexOf(QStringView text, char16_t c, qsizetype from)
-{
-    const char16_t* begin = text.utf16();
-    const char16_t* end = begin + text.size();
-    const char16_t* at = std::find(begin + std::min(from, text.size()), end, c);
-    return at == end ? -1 : at - begin;
-}
-
-qsizetype Count(QStringView text, char16_t c)
-{
-    return std::count(text.utf16(), text.utf16() + text.size(), c);
-}
 
 bool IsDigit(QChar c)
 {
@@ -34,12 +22,11 @@ bool IsSign(QChar c)
     return c == QLatin1Char('+') || c == QLatin1Char('-');
 }
 
-// Optional sign and decimal digits; the value must lie within [low, high].
+// Optional sign and decimal digits, between any blanks; the value must lie within
+// [low, high].
 std::int64_t ToInteger(QStringView text, std::int64_t low, std::int64_t high)
 {
-    // Most numbers come untrimmed-clean; trimming them anyway costs a call each.
-    if (!text.isEmpty() && (text.front().isSpace() || text.back().isSpace()))
-        text = text.trimmed();
+    text = text.trimmed();
     qsizetype i = 0;
     const bool negative = !text.isEmpty() && text.front() == QLatin1Char('-');
     if (!text.isEmpty() && IsSign(text.front()))
@@ -91,52 +78,154 @@ bool IsDecimal(QStringView text)
     return i == n;
 }
 
-} // namespace
-
-MapTextReader::MapTextReader(QString Text) : m_text(std::move(Text)) {}
-
-QStringView MapTextReader::NextLine()
+// The blanks a line may hold around a number: QChar::isSpace below 0x80 but the line
+// feed, which ends the line (tab, vertical tab, form feed, carriage return, space).
+bool IsLineBlank(char c)
 {
-    if (m_pos >= m_text.size())
-        throw FormatError();
-    qsizetype end = IndexOf(m_text, u'\n', m_pos);
-    if (end < 0)
-        end = m_text.size();
-    QStringView line = QStringView(m_text).mid(m_pos, end - m_pos);
-    m_pos = end + 1;
-    if (line.endsWith(QLatin1Char('\r')))
-        line.chop(1);
-    return line;
+    const auto code = static_cast<unsigned char>(c);
+    return code <= ' ' && ((std::uint64_t(0x100003A00) >> code) & 1) != 0;
 }
 
-qsizetype MapTextReader::LinesLeft() const
+// Scans a number of the form the writer leaves, in place: blanks, an optional sign, 1 to
+// 18 digits (too few to overflow), blanks. Returns where it stopped; Plain is false when
+// the form did not hold, and then the full rule on the decoded text decides.
+Q_ALWAYS_INLINE const char* ScanInteger(const char* p, const char* end, std::int64_t& Value,
+                                        bool& Plain)
 {
-    if (m_pos >= m_text.size())
-        return 0;
-    const QStringView rest = QStringView(m_text).mid(m_pos);
-    return Count(rest, u'\n') + (rest.endsWith(QLatin1Char('\n')) ? 0 : 1);
+    while (p != end && IsLineBlank(*p))
+        ++p;
+    bool negative = false;
+    if (p != end && (*p == '-' || *p == '+')) {
+        negative = *p == '-';
+        ++p;
+    }
+    const char* const digits = p;
+    std::uint64_t value = 0;
+    // Up to seven digits at once, eight bytes read together: most numbers of a map.
+    if (end - p >= 8) {
+        std::uint64_t chunk = 0;
+        std::memcpy(&chunk, p, sizeof chunk);
+        // Digits become 0 to 9 in their byte; the others have a high nibble here (a carry
+        // out of a byte only disturbs the bytes after it, past the first non-digit).
+        const std::uint64_t x = chunk ^ 0x3030303030303030u;
+        const std::uint64_t others = (x | (x + 0x0606060606060606u)) & 0xF0F0F0F0F0F0F0F0u;
+        if (others != 0) {
+            const int count = qCountTrailingZeroBits(others) / 8;
+            if (count > 0) {
+                // The digits to the top bytes (first digit first), then pairs, fours, all.
+                std::uint64_t v = x << (64 - 8 * count);
+                v = ((v & 0x0F0F0F0F0F0F0F0Fu) * 2561) >> 8;
+                v = ((v & 0x00FF00FF00FF00FFu) * 6553601) >> 16;
+                value = ((v & 0x0000FFFF0000FFFFu) * 42949672960001u) >> 32;
+                p += count;
+            }
+            Plain = p != digits;
+            while (p != end && IsLineBlank(*p))
+                ++p;
+            Value = negative ? -static_cast<std::int64_t>(value) : static_cast<std::int64_t>(value);
+            return p;
+        }
+    }
+    for (; p != end; ++p) {
+        const unsigned digit = static_cast<unsigned char>(*p) - unsigned('0');
+        if (digit > 9)
+            break;
+        value = value * 10 + digit;
+    }
+    Plain = p != digits && p - digits <= 18;
+    while (p != end && IsLineBlank(*p))
+        ++p;
+    Value = negative ? -static_cast<std::int64_t>(value) : static_cast<std::int64_t>(value);
+    return p;
+}
+
+// One line of the text, every character kept: QString::fromUtf8 would drop a byte-order
+// mark at its start, which only the start of the whole file may lose.
+QString FromUtf8(QByteArrayView line)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
+    return utf8(line);
+}
+
+std::int64_t InRange(std::int64_t value, std::int64_t low, std::int64_t high)
+{
+    if (value < low || value > high)
+        throw MapTextReader::FormatError();
+    return value;
+}
+
+} // namespace
+
+MapTextReader::MapTextReader(QByteArray Utf8, bool Ascii) : m_text(std::move(Utf8)), m_ascii(Ascii)
+{
+}
+
+QByteArrayView MapTextReader::NextLine()
+{
+    const qsizetype size = m_text.size();
+    if (m_pos >= size)
+        throw FormatError();
+    const char* const start = m_text.constData() + m_pos;
+    const auto* lineEnd = static_cast<const char*>(std::memchr(start, '\n', size_t(size - m_pos)));
+    qsizetype length = lineEnd != nullptr ? lineEnd - start : size - m_pos;
+    m_pos += length + 1;
+    if (length > 0 && start[length - 1] == '\r')
+        --length;
+    return QByteArrayView(start, length);
+}
+
+QString MapTextReader::Text(QByteArrayView Line) const
+{
+    return m_ascii ? QString::fromLatin1(Line) : FromUtf8(Line);
+}
+
+QString MapTextReader::Value(QByteArrayView Line)
+{
+    const auto ascii = [](QByteArrayView line) {
+        return std::all_of(line.begin(), line.end(),
+                           [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    };
+    return m_ascii || ascii(Line) ? m_packed.Ascii(Line) : FromUtf8(Line);
 }
 
 QString MapTextReader::String()
 {
-    return NextLine().toString();
+    return Value(NextLine());
+}
+
+std::int64_t MapTextReader::Integer(std::int64_t Low, std::int64_t High)
+{
+    const char* const text = m_text.constData();
+    const char* const end = text + m_text.size();
+    if (m_pos < m_text.size()) {
+        std::int64_t value = 0;
+        bool plain = false;
+        const char* const stop = ScanInteger(text + m_pos, end, value, plain);
+        if (plain && (stop == end || *stop == '\n')) {
+            m_pos = stop - text + 1;
+            return InRange(value, Low, High);
+        }
+    }
+    return ToInteger(Text(NextLine()), Low, High);
 }
 
 std::int16_t MapTextReader::Int16()
 {
-    return static_cast<std::int16_t>(ToInteger(NextLine(), std::numeric_limits<std::int16_t>::min(),
-                                               std::numeric_limits<std::int16_t>::max()));
+    return static_cast<std::int16_t>(Integer(std::numeric_limits<std::int16_t>::min(),
+                                             std::numeric_limits<std::int16_t>::max()));
 }
 
 std::int32_t MapTextReader::Int32()
 {
-    return static_cast<std::int32_t>(ToInteger(NextLine(), std::numeric_limits<std::int32_t>::min(),
-                                               std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(Integer(std::numeric_limits<std::int32_t>::min(),
+                                             std::numeric_limits<std::int32_t>::max()));
 }
 
 double MapTextReader::Double()
 {
-    const QStringView text = NextLine().trimmed();
+    const QString line = Text(NextLine());
+    const QStringView text = QStringView(line).trimmed();
     if (!IsDecimal(text))
         throw FormatError();
     bool ok = false;
@@ -148,7 +237,8 @@ double MapTextReader::Double()
 
 bool MapTextReader::Boolean()
 {
-    const QStringView text = NextLine().trimmed();
+    const QString line = Text(NextLine());
+    const QStringView text = QStringView(line).trimmed();
     if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
         return true;
     if (text.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0)
@@ -159,28 +249,104 @@ bool MapTextReader::Boolean()
 
 std::vector<ShapePoint> MapTextReader::Points()
 {
-    const QStringView line = NextLine();
-    // An empty line splits into no pieces at all (u = -1).
-    const qsizetype u = line.isEmpty() ? -1 : Count(line, u',');
+    if (m_pos >= m_text.size())
+        throw FormatError();
+    std::vector<ShapePoint> points;
+    if (!PlainPoints(points))
+        points = AnyPoints();
+    return points;
+}
+
+bool MapTextReader::PlainPoints(std::vector<ShapePoint>& Points)
+{
+    const char* const text = m_text.constData();
+    const char* const end = text + m_text.size();
+    const char* p = text + m_pos;
+    m_values.clear();
+    // Pieces after the values: 1 for the empty piece a trailing comma leaves, else 0.
+    qsizetype after = 0;
+    for (;;) {
+        const char* stop = p;
+        while (stop != end && IsLineBlank(*stop))
+            ++stop;
+        if (stop == end || *stop == '\n') {
+            after = 1;
+            p = stop;
+            break;
+        }
+        std::int64_t value = 0;
+        bool plain = false;
+        stop = ScanInteger(stop, end, value, plain);
+        if (!plain || value < std::numeric_limits<std::int32_t>::min() ||
+            value > std::numeric_limits<std::int32_t>::max())
+            return false;
+        m_values.push_back(static_cast<std::int32_t>(value));
+        p = stop;
+        if (p == end || *p == '\n')
+            break;
+        if (*p != ',')
+            return false;
+        ++p;
+    }
+    const auto values = qsizetype(m_values.size());
+    if (values > 0) {
+        const qsizetype u = values + after - 1;
+        const std::int64_t count = RoundHalfEven(static_cast<double>(u) / 2.0 - 1.0) + 1;
+        // A taken piece that holds no number is for the full rule to refuse.
+        if (2 * count > values)
+            return false;
+        Points.resize(static_cast<std::size_t>(count));
+        for (std::size_t j = 0; j < Points.size(); ++j)
+            Points[j] = {m_values[2 * j], m_values[2 * j + 1]};
+    }
+    m_pos = p - text + 1;
+    return true;
+}
+
+std::vector<ShapePoint> MapTextReader::AnyPoints()
+{
+    // One pass over the line scans every piece between commas (a comma byte is a comma
+    // in UTF-8, so the pieces are those of the decoded text); only then is it known how
+    // many are taken, and an unusual piece that is not taken must not fail the line.
+    const char* const text = m_text.constData();
+    const char* const end = text + m_text.size();
+    const char* const lineStart = text + m_pos;
+    const char* p = lineStart;
+    m_pieces.clear();
+    for (;;) {
+        Piece& piece = m_pieces.emplace_back();
+        piece.begin = p;
+        p = ScanInteger(p, end, piece.value, piece.plain);
+        if (p != end && *p != ',' && *p != '\n') {
+            piece.plain = false;
+            while (p != end && *p != ',' && *p != '\n')
+                ++p;
+        }
+        piece.end = p;
+        if (p == end || *p == '\n')
+            break;
+        ++p;
+    }
+    m_pos = p - text + 1;
+    // The line without its line end; an empty one splits into no pieces at all (u = -1).
+    const bool empty = p == lineStart || (p - lineStart == 1 && *lineStart == '\r');
+    const qsizetype u = empty ? -1 : qsizetype(m_pieces.size()) - 1;
     const std::int64_t count = RoundHalfEven(static_cast<double>(u) / 2.0 - 1.0) + 1;
     std::vector<ShapePoint> points;
     if (count <= 0)
         return points;
-    points.reserve(static_cast<std::size_t>(count));
-    qsizetype start = 0;
-    const auto nextPiece = [&]() {
-        qsizetype end = IndexOf(line, u',', start);
-        if (end < 0)
-            end = line.size();
-        const QStringView piece = line.mid(start, end - start);
-        start = end + 1;
-        return static_cast<std::int32_t>(ToInteger(piece, std::numeric_limits<std::int32_t>::min(),
-                                                   std::numeric_limits<std::int32_t>::max()));
+    if (2 * count > std::int64_t(m_pieces.size()))
+        throw FormatError();
+    points.resize(static_cast<std::size_t>(count));
+    const auto number = [&](const Piece& piece) {
+        constexpr std::int64_t low = std::numeric_limits<std::int32_t>::min();
+        constexpr std::int64_t high = std::numeric_limits<std::int32_t>::max();
+        // A trailing CR left on the last piece is a blank to the full rule as well.
+        return static_cast<std::int32_t>(
+            piece.plain ? InRange(piece.value, low, high)
+                        : ToInteger(Text(QByteArrayView(piece.begin, piece.end)), low, high));
     };
-    for (std::int64_t j = 0; j < count; ++j) {
-        const std::int32_t x = nextPiece();
-        const std::int32_t y = nextPiece();
-        points.push_back({x, y});
-    }
+    for (std::size_t j = 0; j < points.size(); ++j)
+        points[j] = {number(m_pieces[2 * j]), number(m_pieces[2 * j + 1])};
     return points;
 }

@@ -1,17 +1,20 @@
 #pragma once
 
+#include "core/interchange/PackedText.h"
 #include "core/shape/ShapeGeometry.h"
 
+#include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
-#include <QStringView>
-#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <vector>
 
-// Reads the values of a map file's text one line at a time. Lines end with LF or CR LF.
-// Numeric and boolean lines are trimmed before conversion. Every read throws FormatError
-// when the line is missing or does not convert; nothing is ever guessed.
+// Reads the values of a map file's text one line at a time, straight from its UTF-8 bytes
+// (see MapTextCodec::DecodeToUtf8): numbers never become text first, and each text value
+// is decoded on its own. Lines end with LF or CR LF. Numeric and boolean lines are trimmed
+// before conversion. Every read throws FormatError when the line is missing or does not
+// convert; nothing is ever guessed.
 class MapTextReader
 {
 public:
@@ -21,7 +24,8 @@ public:
         FormatError() : std::runtime_error("Not a map file") {}
     };
 
-    explicit MapTextReader(QString Text);
+    // Ascii: the bytes are all below 0x80, so that each is its own character.
+    MapTextReader(QByteArray Utf8, bool Ascii);
 
     QString String();
     std::int16_t Int16();
@@ -35,15 +39,38 @@ public:
     // first piece, so the empty piece after a trailing comma is dropped.
     std::vector<ShapePoint> Points();
 
-    // Lines not yet read (a last line without a line end counts).
-    qsizetype LinesLeft() const;
-    // Characters not yet read: an upper bound on the lines left, less one, that costs
-    // nothing to find.
-    qsizetype CharsLeft() const { return m_text.size() - std::min(m_pos, m_text.size()); }
+    // Bytes not yet read: an upper bound on the lines left, less one, that costs nothing
+    // to find.
+    qsizetype BytesLeft() const { return m_pos < m_text.size() ? m_text.size() - m_pos : 0; }
 
 private:
-    QStringView NextLine();
+    // A piece of a points line, scanned before it is known whether it is taken.
+    struct Piece
+    {
+        const char* begin = nullptr;
+        const char* end = nullptr;
+        std::int64_t value = 0;
+        // Of the usual form, so that value holds it.
+        bool plain = false;
+    };
 
-    QString m_text;
+    QByteArrayView NextLine();
+    // A number's line as text, for the full rule.
+    QString Text(QByteArrayView Line) const;
+    // A text value: packed with the others when it is ASCII.
+    QString Value(QByteArrayView Line);
+    std::int64_t Integer(std::int64_t Low, std::int64_t High);
+    // The points of a line of plain numbers, the way the writer leaves it; false, with
+    // nothing read, for any other line.
+    bool PlainPoints(std::vector<ShapePoint>& Points);
+    // The points of any line, by the full rule.
+    std::vector<ShapePoint> AnyPoints();
+
+    QByteArray m_text;
+    bool m_ascii = false;
     qsizetype m_pos = 0;
+    // Kept from line to line: a points line costs no allocation but its result.
+    std::vector<std::int32_t> m_values;
+    std::vector<Piece> m_pieces;
+    PackedText m_packed;
 };

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+// Text values packed side by side into a few shared blocks instead of one allocation
+// each: a map of 32,767 shapes holds well over a hundred thousand short values, and
+// allocating (and later freeing) them one by one costs more than reading the whole file.
+// Every value is an ordinary QString that shares its block the way copies of one QString
+// share their data: it copies itself out on its first change, and a block is freed with
+// the last value in it.
+class PackedText
+{
+public:
+    // Ascii must hold bytes below 0x80 only: each is its own character.
+    QString Ascii(QByteArrayView Ascii);
+
+private:
+    // Characters per block; a value longer than a quarter block gets its own.
+    static constexpr qsizetype BlockSize = 16384;
+
+    QString m_block;
+    char16_t* m_free = nullptr;
+    qsizetype m_left = 0;
+};
