@@ -88,6 +88,8 @@ private slots:
     void findsMovedPictureBesideTheMap();
     void textEncodings_data();
     void textEncodings();
+    void readsEveryFormOfValue_data();
+    void readsEveryFormOfValue();
     void failedSaveLeavesPreviousFileWhole();
     void saveKeepsPermissionsAndSparesReadOnlyFiles();
 
@@ -197,6 +199,10 @@ void TestMapFile::refusesBrokenFiles_data()
     // Zoom levels no command can set: a view past the 32-bit range or of no size at all.
     QTest::newRow("zoom 7.7E+80") << with(12, "7.7E+80") << cannot;
     QTest::newRow("zoom 1E-300") << with(12, "1E-300") << cannot;
+    QTest::newRow("byte-order mark before a number")
+        << with(5, QChar(0xFEFF) + QString(" 2 ")) << cannot;
+    QTest::newRow("point past 32 bits") << with(24, "10,20,110,20,110,80,10,2147483648,") << cannot;
+    QTest::newRow("number of 19 digits") << with(8, "1234567890123456789") << cannot;
     QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
     QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
     // The picture is looked for right after its name; a later fault adds nothing.
@@ -283,6 +289,74 @@ void TestMapFile::textEncodings()
     QVERIFY(read.ok);
     QCOMPARE(read.document.Shape(0).Comment, readBack.isEmpty() ? comment : readBack);
     QCOMPARE(read.document.Shape(0).Target, QString());
+}
+
+void TestMapFile::readsEveryFormOfValue_data()
+{
+    // A line of the valid map replaced by other bytes; what the map then holds.
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<std::int32_t>("width");
+    QTest::addColumn<QString>("points");
+    QTest::addColumn<QString>("comment");
+    const QString corners = QStringLiteral("10,20 110,20 110,80 10,80");
+    const QString alpha = QStringLiteral("Alpha");
+    QTest::newRow("as written") << 8 << QByteArray(" 480 ") << 480 << corners << alpha;
+    QTest::newRow("blanks of every kind around a number")
+        << 8 << QByteArray("\t\v\f 480 \r") << 480 << corners << alpha;
+    QTest::newRow("no-break spaces around a number, UTF-8") << 8
+                                                            << QByteArray("\xc2\xa0"
+                                                                          "480\xc2\xa0")
+                                                            << 480 << corners << alpha;
+    QTest::newRow("no-break spaces around a number, code page") << 8
+                                                                << QByteArray("\xa0"
+                                                                              "480\xa0")
+                                                                << 480 << corners << alpha;
+    QTest::newRow("zeros before a number, past 18 digits")
+        << 8 << QByteArray("00000000000000000000480") << 480 << corners << alpha;
+    QTest::newRow("plus sign") << 8 << QByteArray("+480") << 480 << corners << alpha;
+    QTest::newRow("seven digits") << 8 << QByteArray("1234567") << 1234567 << corners << alpha;
+    QTest::newRow("eight digits") << 8 << QByteArray("12345678") << 12345678 << corners << alpha;
+    QTest::newRow("points between blanks, a piece never taken")
+        << 24 << QByteArray("10 ,\t20,+110,20,110,80,10, 80,junk") << 480 << corners << alpha;
+    QTest::newRow("polygon without the trailing comma")
+        << 33 << QByteArray("10,40,30,5,50,40") << 480 << corners << alpha;
+    QTest::newRow("text that starts with a byte-order mark")
+        << 26
+        << QByteArray("\xef\xbb\xbf"
+                      "Alpha")
+        << 480 << corners << QChar(0xFEFF) + QStringLiteral("Alpha");
+    QTest::newRow("UTF-8 text") << 26 << QByteArray("Caf\xc3\xa9") << 480 << corners
+                                << QString::fromUtf8("Caf\xc3\xa9");
+    QTest::newRow("code-page text")
+        << 26 << QByteArray("Caf\xe9") << 480 << corners << QString::fromUtf8("Caf\xc3\xa9");
+}
+
+void TestMapFile::readsEveryFormOfValue()
+{
+    QFETCH(int, index);
+    QFETCH(QByteArray, line);
+    QFETCH(std::int32_t, width);
+    QFETCH(QString, points);
+    QFETCH(QString, comment);
+    QList<QByteArray> lines;
+    for (const QString& valid : ValidLines())
+        lines.append(valid.toUtf8());
+    lines[index] = line;
+    const QByteArray bytes = lines.join("\r\n") + "\r\n";
+    const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("forms.imp"));
+    QVERIFY(read.ok);
+    QCOMPARE(read.document.RealWidth, width);
+    QStringList corners;
+    for (const ShapePoint& p : read.document.Shape(0).Points())
+        corners.append(QStringLiteral("%1,%2").arg(p.x).arg(p.y));
+    QCOMPARE(corners.join(QLatin1Char(' ')), points);
+    QCOMPARE(read.document.Shape(0).Comment, comment);
+    // Every other value as written, whichever way its neighbours were read.
+    QCOMPARE(read.document.Shape(0).URL, QStringLiteral("http://a.example/"));
+    QCOMPARE(read.document.Shape(1).Comment, QStringLiteral("Gamma"));
+    QCOMPARE(read.document.Shape(1).Points().size(), std::size_t(3));
+    QCOMPARE(read.document.DefAlert, QStringLiteral("Hi"));
 }
 
 void TestMapFile::failedSaveLeavesPreviousFileWhole()

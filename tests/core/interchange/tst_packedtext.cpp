@@ -1,0 +1,89 @@
+#include "core/interchange/PackedText.h"
+
+#include <QStringList>
+#include <QTest>
+#include <optional>
+
+// Values that share blocks must behave as QStrings of their own: changing one leaves the
+// rest alone, and they outlive the packer that made them.
+
+class TestPackedText : public QObject
+{
+    Q_OBJECT
+private slots:
+    void valuesReadBackAcrossBlocks();
+    void changingOneValueLeavesTheOthers();
+    void valuesOutliveThePacker();
+};
+
+namespace {
+
+// Value i: i's digits repeated to lengths from 0 to well past a block, and back.
+QByteArray Source(int i)
+{
+    const int length = (i * 97) % 6000;
+    QByteArray text = QByteArray::number(i).repeated(length / 4 + 1);
+    text.truncate(length);
+    return text;
+}
+
+} // namespace
+
+void TestPackedText::valuesReadBackAcrossBlocks()
+{
+    PackedText packed;
+    QStringList values;
+    for (int i = 0; i < 3000; ++i)
+        values.append(packed.Ascii(Source(i)));
+    for (int i = 0; i < values.size(); ++i) {
+        const QString& value = values[i];
+        QCOMPARE(value, QString::fromLatin1(Source(i)));
+        // An empty value is empty text, never a missing one; every value ends like a
+        // QString's own characters for callers that read it as a C string.
+        QVERIFY(!value.isNull());
+        QCOMPARE(value.utf16()[value.size()], u'\0');
+    }
+}
+
+void TestPackedText::changingOneValueLeavesTheOthers()
+{
+    PackedText packed;
+    QString first = packed.Ascii("first");
+    QString second = packed.Ascii("second");
+    QString third = packed.Ascii("third");
+    const QString copy = second;
+    first.append(QStringLiteral(" and more"));
+    second[0] = QLatin1Char('S');
+    third.clear();
+    QString fourth = packed.Ascii("fourth");
+    fourth.replace(QStringLiteral("our"), QStringLiteral("if"));
+    QCOMPARE(first, QStringLiteral("first and more"));
+    QCOMPARE(second, QStringLiteral("Second"));
+    QCOMPARE(copy, QStringLiteral("second"));
+    QCOMPARE(third, QString());
+    QCOMPARE(fourth, QStringLiteral("fifth"));
+    // Values packed after the changes are not disturbed by them either.
+    const QString fifth = packed.Ascii("fifth value");
+    QCOMPARE(fifth, QStringLiteral("fifth value"));
+    QCOMPARE(copy, QStringLiteral("second"));
+}
+
+void TestPackedText::valuesOutliveThePacker()
+{
+    QStringList values;
+    {
+        std::optional<PackedText> packed(std::in_place);
+        for (int i = 0; i < 200; ++i)
+            values.append(packed->Ascii(Source(i)));
+        packed.reset();
+        QCOMPARE(values[150], QString::fromLatin1(Source(150)));
+    }
+    // The last value left in its block may grow in place: nothing else uses the block.
+    QString last = values.takeLast();
+    values.clear();
+    last.append(QString(5000, QLatin1Char('x')));
+    QCOMPARE(last, QString::fromLatin1(Source(199)) + QString(5000, QLatin1Char('x')));
+}
+
+QTEST_GUILESS_MAIN(TestPackedText)
+#include "tst_packedtext.moc"
