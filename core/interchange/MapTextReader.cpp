@@ -86,6 +86,29 @@ bool IsLineBlank(char c)
     return code <= ' ' && ((std::uint64_t(0x100003A00) >> code) & 1) != 0;
 }
 
+// The digits at the start of the eight bytes at p, read together: their count, and their
+// value when there are fewer than eight (most numbers of a map).
+Q_ALWAYS_INLINE int LeadingDigits(const char* p, std::uint64_t& Value)
+{
+    std::uint64_t chunk = 0;
+    std::memcpy(&chunk, p, sizeof chunk);
+    // Digits become 0 to 9 in their byte; the others have a high nibble here (a carry out
+    // of a byte only disturbs the bytes after it, past the first non-digit).
+    const std::uint64_t x = chunk ^ 0x3030303030303030u;
+    const std::uint64_t others = (x | (x + 0x0606060606060606u)) & 0xF0F0F0F0F0F0F0F0u;
+    if (others == 0)
+        return 8;
+    const int count = qCountTrailingZeroBits(others) / 8;
+    if (count == 0)
+        return 0;
+    // The digits to the top bytes (first digit first), then pairs, fours, all.
+    std::uint64_t v = x << (64 - 8 * count);
+    v = ((v & 0x0F0F0F0F0F0F0F0Fu) * 2561) >> 8;
+    v = ((v & 0x00FF00FF00FF00FFu) * 6553601) >> 16;
+    Value = ((v & 0x0000FFFF0000FFFFu) * 42949672960001u) >> 32;
+    return count;
+}
+
 // Scans a number of the form the writer leaves, in place: blanks, an optional sign, 1 to
 // 18 digits (too few to overflow), blanks. Returns where it stopped; Plain is false when
 // the form did not hold, and then the full rule on the decoded text decides.
@@ -101,25 +124,11 @@ Q_ALWAYS_INLINE const char* ScanInteger(const char* p, const char* end, std::int
     }
     const char* const digits = p;
     std::uint64_t value = 0;
-    // Up to seven digits at once, eight bytes read together: most numbers of a map.
     if (end - p >= 8) {
-        std::uint64_t chunk = 0;
-        std::memcpy(&chunk, p, sizeof chunk);
-        // Digits become 0 to 9 in their byte; the others have a high nibble here (a carry
-        // out of a byte only disturbs the bytes after it, past the first non-digit).
-        const std::uint64_t x = chunk ^ 0x3030303030303030u;
-        const std::uint64_t others = (x | (x + 0x0606060606060606u)) & 0xF0F0F0F0F0F0F0F0u;
-        if (others != 0) {
-            const int count = qCountTrailingZeroBits(others) / 8;
-            if (count > 0) {
-                // The digits to the top bytes (first digit first), then pairs, fours, all.
-                std::uint64_t v = x << (64 - 8 * count);
-                v = ((v & 0x0F0F0F0F0F0F0F0Fu) * 2561) >> 8;
-                v = ((v & 0x00FF00FF00FF00FFu) * 6553601) >> 16;
-                value = ((v & 0x0000FFFF0000FFFFu) * 42949672960001u) >> 32;
-                p += count;
-            }
-            Plain = p != digits;
+        const int count = LeadingDigits(p, value);
+        if (count < 8) {
+            p += count;
+            Plain = count > 0;
             while (p != end && IsLineBlank(*p))
                 ++p;
             Value = negative ? -static_cast<std::int64_t>(value) : static_cast<std::int64_t>(value);
@@ -198,6 +207,18 @@ std::int64_t MapTextReader::Integer(std::int64_t Low, std::int64_t High)
 {
     const char* const text = m_text.constData();
     const char* const end = text + m_text.size();
+    const char* const p = text + m_pos;
+    // As the writer leaves it: a blank or a minus sign, up to seven digits, a blank, CR LF.
+    if (end - p >= 11 && (*p == ' ' || *p == '-')) {
+        std::uint64_t digits = 0;
+        const int count = LeadingDigits(p + 1, digits);
+        if (count > 0 && count < 8 && p[count + 1] == ' ' && p[count + 2] == '\r' &&
+            p[count + 3] == '\n') {
+            m_pos += count + 4;
+            const auto value = static_cast<std::int64_t>(digits);
+            return InRange(*p == '-' ? -value : value, Low, High);
+        }
+    }
     if (m_pos < m_text.size()) {
         std::int64_t value = 0;
         bool plain = false;
@@ -266,6 +287,18 @@ bool MapTextReader::PlainPoints(std::vector<ShapePoint>& Points)
     // Pieces after the values: 1 for the empty piece a trailing comma leaves, else 0.
     qsizetype after = 0;
     for (;;) {
+        // As the writer leaves them: up to seven digits, maybe a minus sign, a comma.
+        if (end - p >= 9) {
+            const bool negative = *p == '-';
+            std::uint64_t digits = 0;
+            const int count = LeadingDigits(p + int(negative), digits);
+            if (count > 0 && count < 8 && p[int(negative) + count] == ',') {
+                const auto value = static_cast<std::int32_t>(digits);
+                m_values.push_back(negative ? -value : value);
+                p += int(negative) + count + 1;
+                continue;
+            }
+        }
         const char* stop = p;
         while (stop != end && IsLineBlank(*stop))
             ++stop;
