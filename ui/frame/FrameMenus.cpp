@@ -171,8 +171,13 @@ void FrameMenus::FillWindowList(QMenu& WindowMenu, QMdiArea& Area)
     WindowMenu.addSeparator();
     int number = 1;
     for (QMdiSubWindow* window : windows) {
-        QAction* action =
-            WindowMenu.addAction(QStringLiteral("&%1 %2").arg(number++).arg(window->windowTitle()));
+        // The caption as the title bar shows it: "*" for "[*]" while modified, and an
+        // ampersand in a file name kept as text.
+        QString caption = window->windowTitle();
+        caption.replace(QLatin1Char('&'), QStringLiteral("&&"))
+            .replace(QStringLiteral("[*]"),
+                     window->isWindowModified() ? QStringLiteral("*") : QString());
+        QAction* action = WindowMenu.addAction(QStringLiteral("&%1 %2").arg(number++).arg(caption));
         action->setCheckable(true);
         action->setChecked(window == Area.currentSubWindow());
         QObject::connect(action, &QAction::triggered, &Area,

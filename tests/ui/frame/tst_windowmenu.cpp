@@ -1,0 +1,54 @@
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QImage>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The Window menu's list of open maps reads as their title bars do.
+class TestWindowMenu : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    ScriptedModalUi m_ui;
+
+    QStringList Entries(MDIForm1& frame)
+    {
+        auto* menu = frame.findChild<QMenu*>(QStringLiteral("TheWindow"));
+        emit menu->aboutToShow();
+        QStringList entries;
+        const QList<QAction*> actions = menu->actions();
+        for (qsizetype i = 4; i < actions.size(); ++i)
+            entries << actions.at(i)->text() + (actions.at(i)->isChecked() ? "<" : "");
+        return entries;
+    }
+
+private slots:
+    void captionsWithoutPlaceholders()
+    {
+        MDIForm1 frame(m_ui);
+        frame.ExecDialog = [](QDialog& dialog) { return dialog.result(); };
+        frame.show();
+        for (const char* name : {"harbour & sea.png", "plan.png"}) {
+            const QString path = m_dir.filePath(QString::fromLatin1(name));
+            QImage(60, 40, QImage::Format_RGB32).save(path, "PNG");
+            QVERIFY(frame.NewMapFromPicture(path) != nullptr);
+            frame.ActiveMapWindow()->setWindowTitle(QString::fromLatin1(name));
+        }
+        QCOMPARE(Entries(frame), QStringList({"&1 harbour && sea.png", "&2 plan.png<"}));
+        // A modified map has its star, as in its title bar; the placeholder never shows.
+        frame.ActiveMapWindow()->setWindowModified(true);
+        QCOMPARE(Entries(frame), QStringList({"&1 harbour && sea.png", "&2 plan.png*<"}));
+    }
+    void cleanupTestCase() { QCOMPARE(OpenMapCount, std::int16_t(0)); }
+};
+
+QTEST_MAIN(TestWindowMenu)
+#include "tst_windowmenu.moc"
