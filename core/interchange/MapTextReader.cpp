@@ -3,6 +3,9 @@
 #include "core/base/Numeric.h"
 
 #include <QLocale>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <QStringDecoder>
 #include <QtAlgorithms>
 #include <algorithm>
@@ -283,19 +286,52 @@ bool MapTextReader::PlainPoints(std::vector<ShapePoint>& Points)
     const char* const text = m_text.constData();
     const char* const end = text + m_text.size();
     const char* p = text + m_pos;
-    m_values.clear();
+    qsizetype values = 0;
+    const auto put = [&](std::int32_t value) {
+        if (values == qsizetype(m_values.size()))
+            m_values.resize(2 * m_values.size() + 64);
+        m_values[std::size_t(values++)] = value;
+    };
+    // As the writer leaves a piece: maybe a minus sign, one to seven digits. From Start,
+    // through End.
+    const auto writerPiece = [&](const char* start, const char* pieceEnd) {
+        const bool negative = *start == '-';
+        std::uint64_t digits = 0;
+        const int count = LeadingDigits(start + int(negative), digits);
+        if (count == 0 || count > 7 || start + int(negative) + count != pieceEnd)
+            return false;
+        const auto value = static_cast<std::int32_t>(digits);
+        put(negative ? -value : value);
+        return true;
+    };
+#if defined(__SSE2__)
+    // The commas of 16 bytes at once: each piece then parses on its own rather than after
+    // the one before it. Eight bytes past every piece's start may be read.
+    const __m128i comma = _mm_set1_epi8(',');
+    const __m128i feed = _mm_set1_epi8('\n');
+    for (const char* chunk = p; end - chunk >= 25; chunk += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(chunk));
+        auto commas = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, comma)));
+        const auto feeds = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feed)));
+        if (feeds != 0)
+            commas &= (feeds & (0u - feeds)) - 1;
+        for (; commas != 0; commas &= commas - 1) {
+            const char* const at = chunk + qCountTrailingZeroBits(commas);
+            if (!writerPiece(p, at))
+                return false;
+            p = at + 1;
+        }
+        if (feeds != 0)
+            break;
+    }
+#endif
     // Pieces after the values: 1 for the empty piece a trailing comma leaves, else 0.
     qsizetype after = 0;
     for (;;) {
-        // As the writer leaves them: up to seven digits, maybe a minus sign, a comma.
         if (end - p >= 9) {
-            const bool negative = *p == '-';
-            std::uint64_t digits = 0;
-            const int count = LeadingDigits(p + int(negative), digits);
-            if (count > 0 && count < 8 && p[int(negative) + count] == ',') {
-                const auto value = static_cast<std::int32_t>(digits);
-                m_values.push_back(negative ? -value : value);
-                p += int(negative) + count + 1;
+            const char* const at = static_cast<const char*>(std::memchr(p, ',', 9));
+            if (at != nullptr && writerPiece(p, at)) {
+                p = at + 1;
                 continue;
             }
         }
@@ -313,7 +349,7 @@ bool MapTextReader::PlainPoints(std::vector<ShapePoint>& Points)
         if (!plain || value < std::numeric_limits<std::int32_t>::min() ||
             value > std::numeric_limits<std::int32_t>::max())
             return false;
-        m_values.push_back(static_cast<std::int32_t>(value));
+        put(static_cast<std::int32_t>(value));
         p = stop;
         if (p == end || *p == '\n')
             break;
@@ -321,7 +357,6 @@ bool MapTextReader::PlainPoints(std::vector<ShapePoint>& Points)
             return false;
         ++p;
     }
-    const auto values = qsizetype(m_values.size());
     if (values > 0) {
         const qsizetype u = values + after - 1;
         const std::int64_t count = RoundHalfEven(static_cast<double>(u) / 2.0 - 1.0) + 1;
