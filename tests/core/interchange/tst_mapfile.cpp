@@ -319,6 +319,12 @@ void TestMapFile::readsEveryFormOfValue_data()
     QTest::newRow("eight digits") << 8 << QByteArray("12345678") << 12345678 << corners << alpha;
     QTest::newRow("points between blanks, a piece never taken")
         << 24 << QByteArray("10 ,\t20,+110,20,110,80,10, 80,junk") << 480 << corners << alpha;
+    QTest::newRow("long points line, minus signs")
+        << 24 << QByteArray("-1234567,20,110,-20,1234567,80,10,8000000,") << 480
+        << QStringLiteral("-1234567,20 110,-20 1234567,80 10,8000000") << alpha;
+    QTest::newRow("point of eight digits")
+        << 24 << QByteArray("10,20,110,20,110,80,10,12345678,") << 480
+        << QStringLiteral("10,20 110,20 110,80 10,12345678") << alpha;
     QTest::newRow("polygon without the trailing comma")
         << 33 << QByteArray("10,40,30,5,50,40") << 480 << corners << alpha;
     QTest::newRow("text that starts with a byte-order mark")
