@@ -1,3 +1,4 @@
+#include "core/document/RecoveryStore.h"
 #include "core/forms/EditorCommandLine.h"
 #include "ui/frame/AppResources.h"
 #include "ui/frame/MDIForm1.h"
@@ -60,11 +61,14 @@ int main(int argc, char** argv)
     frame.show();
     splash.close();
 
+    const bool recovered = frame.StartRecovery(RecoveryStore::DefaultFolder());
     const QStringList files = commandLine.Files();
-    if (files.isEmpty())
-        frame.ShowStartUp();
-    else
+    if (files.isEmpty()) {
+        if (!recovered)
+            frame.ShowStartUp();
+    } else {
         frame.OpenFiles(files);
+    }
     if (commandLine.QuitAfterFirstPaint() && quitter.Painted())
         return 0;
     return QApplication::exec();

@@ -666,6 +666,19 @@ bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
     return true;
 }
 
+void ShapeCanvas::AdoptRecovered(MapDocument Recovered, const QString& FileNameToKeep,
+                                 const QString& Caption)
+{
+    m_document = std::move(Recovered);
+    m_document.SetSurface(m_canvas);
+    m_fileName = FileNameToKeep;
+    setWindowTitle(Caption);
+    SetZoomLevel(m_document.ZoomLevel);
+    m_history.Stack().clear();
+    // Nothing to undo, yet not what the file holds.
+    m_history.Stack().resetClean();
+}
+
 void ShapeCanvas::SaveMap()
 {
     QString name = m_fileName;
@@ -772,8 +785,16 @@ void ShapeCanvas::MorphShape(std::int16_t SType)
 
 void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
 {
-    RecordEditAll(QStringLiteral("Shape Properties"), true,
-                  [&] { m_host.ShowShapeProperties(*this, TheIndex == -1 ? 1 : TheIndex); });
+    SettleGesture();
+    std::optional<MapChange> change = m_history.Capture(
+        {}, true, true, [&] { m_host.ShowShapeProperties(*this, TheIndex == -1 ? 1 : TheIndex); });
+    // Switching tabs restacks even when the dialog is cancelled: then that is the step.
+    if (change)
+        m_history.Push(new EditShapesCommand(*this,
+                                             change->OnlyRestacks()
+                                                 ? QStringLiteral("Bring to Top")
+                                                 : QStringLiteral("Shape Properties"),
+                                             std::move(*change)));
 }
 
 // ---- undo ------------------------------------------------------------------------------

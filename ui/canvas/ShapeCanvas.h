@@ -52,6 +52,10 @@ public:
     // Loads a map file into this (fresh) window; messages go to the user. False on
     // failure, with the document untouched.
     bool OpenMapFile(const QString& FileNameToOpen);
+    // A map brought back from a recovery file: modified, and saved to FileNameToKeep
+    // (the map's own file; empty for one never saved).
+    void AdoptRecovered(MapDocument Recovered, const QString& FileNameToKeep,
+                        const QString& Caption);
     void SaveMap();
     void SaveMapAs();
     QString FileName() const;

@@ -3,6 +3,7 @@
 #include "core/base/ModalUi.h"
 #include "core/base/Module1.h"
 #include "core/document/OpenMapCount.h"
+#include "core/document/RecoveryOffer.h"
 #include "core/forms/DroppedFiles.h"
 #include "core/forms/FolderMemory.h"
 #include "core/forms/HelpFile.h"
@@ -21,6 +22,8 @@
 #include "ui/frame/MapCaption.h"
 #include "ui/frame/MapCommandSet.h"
 #include "ui/frame/RecentMapsMenu.h"
+#include "ui/frame/RecoverMaps.h"
+#include "ui/frame/RecoveryKeeper.h"
 #include "ui/frame/ShapesPanel.h"
 #include "ui/frame/StartUp.h"
 #include "ui/frame/ToolStrip.h"
@@ -154,6 +157,8 @@ ShapeCanvas* MDIForm1::AddMapWindow()
     window->setWindowIcon(Icon("vantrel"));
     caption->Attach(*window);
     m_undoActions->Track(*map);
+    if (m_recovery != nullptr)
+        m_recovery->Track(*map);
     return map;
 }
 
@@ -239,6 +244,40 @@ void MDIForm1::ShowStartUp()
         LoadNewMap();
     else
         OpenMap();
+}
+
+bool MDIForm1::StartRecovery(const QString& Folder)
+{
+    if (m_recovery != nullptr)
+        return false;
+    m_recovery = new RecoveryKeeper(Folder, this);
+    // Said once: editing goes on without recovery files.
+    connect(&m_recovery->Store(), &RecoveryStore::WriteFailed, this,
+            [this](const QString& text) { statusBar()->showMessage(text, 20'000); });
+    for (ShapeCanvas* map : MapWindows())
+        m_recovery->Track(*map);
+    m_recovery->Store().Start();
+
+    RecoveryOffer offer(m_recovery->Store());
+    if (offer.IsEmpty())
+        return false;
+    RecoverMaps dialog(offer, m_ui, this);
+    ExecDialog(dialog);
+    std::vector<RecoveryStore::Found> recovered = offer.TakeRecovered();
+    std::vector<ShapeCanvas*> opened;
+    for (RecoveryStore::Found& found : recovered) {
+        ShapeCanvas* map = AddMapWindow();
+        map->AdoptRecovered(std::move(found.document), found.fileName, found.caption);
+        ShowMapWindow(*map);
+        opened.push_back(map);
+    }
+    // The old files go once this run has kept the maps itself.
+    m_recovery->Store().WriteDue();
+    for (std::size_t i = 0; i < recovered.size(); ++i) {
+        if (!m_recovery->FileOf(*opened[i]).isEmpty())
+            offer.Adopted(recovered[i]);
+    }
+    return !recovered.empty();
 }
 
 QList<ShapeCanvas*> MDIForm1::MapWindows() const

@@ -14,6 +14,7 @@ class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
 class RecentMapsMenu;
+class RecoveryKeeper;
 class ShapesPanel;
 class ToolStrip;
 class UndoActions;
@@ -44,6 +45,12 @@ public:
     void OpenFiles(const QStringList& Paths);
     // The start-up question; then a new map or an open one, as chosen.
     void ShowStartUp();
+    // Keeps recovery files of the modified maps in Folder from now on, and offers the
+    // maps a run that ended without closing them left there ("Recover Maps"). True
+    // when maps were recovered.
+    bool StartRecovery(const QString& Folder);
+    // Null until StartRecovery.
+    RecoveryKeeper* Recovery() const { return m_recovery; }
     QList<ShapeCanvas*> MapWindows() const;
     QMdiArea* MdiArea() const { return m_mdiArea; }
     ShapeClipboard& Clipboard() { return m_clipboard; }
@@ -107,6 +114,7 @@ private:
     RecentMapsMenu* m_recentMaps = nullptr;
     std::unique_ptr<MapCommandSet> m_mapCommands;
     UndoActions* m_undoActions = nullptr;
+    RecoveryKeeper* m_recovery = nullptr;
 
     void ConnectToolStrip();
     ShapeCanvas* AddMapWindow();

@@ -102,7 +102,10 @@ bool MapCheckWindow::ShowShapeOf(int Row)
         if (QMdiArea* area = window->mdiArea())
             area->setActiveSubWindow(window);
     }
-    m_map->ReStackArrayFromOptions(static_cast<std::int16_t>(shape));
+    // Through the history: a restack it does not know of would spoil later undos.
+    const auto index = static_cast<std::int16_t>(shape);
+    m_map->RecordEdit(QStringLiteral("Bring to Top"), {index}, false,
+                      [&] { m_map->ReStackArrayFromOptions(index); });
     m_map->DrawShapes();
     return true;
 }

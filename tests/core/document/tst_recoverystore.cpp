@@ -1,0 +1,343 @@
+#include "ShapeBuilders.h"
+#include "core/document/MapDocument.h"
+#include "core/document/RecoveryOffer.h"
+#include "core/document/RecoveryStore.h"
+#include "core/interchange/MapFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// A map with a picture on disk and a few shapes, as an editor window holds it.
+struct OpenMap
+{
+    MapDocument doc;
+    bool modified = false;
+    bool busy = false;
+    QString fileName;
+
+    OpenMap(const QString& Folder, int Shapes)
+    {
+        QImage picture(120, 80, QImage::Format_RGB32);
+        picture.fill(Qt::darkCyan);
+        picture.save(Folder + QStringLiteral("/picture.png"));
+        doc.OrigPic = picture;
+        doc.ImagePath = Folder + QLatin1Char('/');
+        doc.ImageName = QStringLiteral("picture.png");
+        doc.RealWidth = doc.SWidth = 120;
+        doc.RealHeight = doc.SHeight = 80;
+        std::vector<PatShape> list;
+        for (int i = 0; i < Shapes; ++i) {
+            PatShape s = MakeShape(Rectangle, Corners(5 * i, 4 * i, 5 * i + 20, 4 * i + 9));
+            s.URL = QStringLiteral("page%1.html").arg(i);
+            list.push_back(s);
+        }
+        if (Shapes > 0)
+            doc.ReSetShapeArray(list, static_cast<std::int16_t>(Shapes - 1));
+        doc.SetShapeColors();
+        fileName = Folder + QStringLiteral("/maps/plan.imp");
+    }
+
+    RecoveryStore::Source Source()
+    {
+        RecoveryStore::Source source;
+        source.document = [this]() -> const MapDocument& { return doc; };
+        source.caption = [] { return QStringLiteral("plan.imp"); };
+        source.fileName = [this] { return fileName; };
+        source.modified = [this] { return modified; };
+        source.busy = [this] { return busy; };
+        return source;
+    }
+};
+
+// The process id of a program that has ended.
+qint64 DeadProcess()
+{
+    QProcess process;
+    process.start(QStringLiteral("true"), {});
+    process.waitForStarted();
+    const qint64 pid = process.processId();
+    process.waitForFinished();
+    return pid;
+}
+
+// What a run killed in the middle of editing leaves: its files, and a lock naming a
+// process that is gone. Returns the new map file's path.
+QString LeaveAsKilled(const QString& Folder, const QString& MapFile)
+{
+    const QString session = QStringLiteral("%1-1").arg(DeadProcess());
+    const QString base = Folder + QLatin1Char('/') + session + QStringLiteral("-0");
+    QFile::copy(MapFile, base + QStringLiteral(".imp"));
+    QFile::copy(MapFile.left(MapFile.size() - 4) + QStringLiteral(".json"),
+                base + QStringLiteral(".json"));
+    QFile lock(Folder + QLatin1Char('/') + session + QStringLiteral(".lock"));
+    lock.open(QIODevice::WriteOnly);
+    lock.write(session.section(QLatin1Char('-'), 0, 0).toLatin1() + "\nvantrel\n\n");
+    return base + QStringLiteral(".imp");
+}
+
+} // namespace
+
+class TestRecoveryStore : public QObject
+{
+    Q_OBJECT
+private slots:
+    void aModifiedMapIsWrittenWithinTheIntervalAndOnlyWhenChanged()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 3);
+        RecoveryStore store(folder);
+        QVERIFY(store.Start());
+        store.Timer().setInterval(20);
+        const int id = store.Track(map.Source());
+
+        // Nothing changed: nothing written.
+        QTest::qWait(60);
+        QVERIFY(store.FileOf(id).isEmpty());
+
+        map.doc.SetURL(1, QStringLiteral("changed.html"));
+        map.doc.BringToTop(2);
+        map.modified = true;
+        store.MapChanged(id);
+        QTRY_VERIFY_WITH_TIMEOUT(!store.FileOf(id).isEmpty(), 2000);
+        const QString written = store.FileOf(id);
+        QVERIFY(written.startsWith(folder + QLatin1Char('/')));
+        QFile file(written);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const MapFile::ReadResult back = MapFile::ReadMap(file.readAll(), written);
+        file.close();
+        QVERIFY(back.ok);
+        QCOMPARE(MapFile::MapBytes(back.document, written), MapFile::MapBytes(map.doc, written));
+
+        // Unchanged since the last write: the file is not written again.
+        QFile::remove(written);
+        QTest::qWait(80);
+        QVERIFY(store.FileOf(id).isEmpty());
+
+        // Mid-gesture the map waits; written once the gesture ends.
+        map.busy = true;
+        store.MapChanged(id);
+        store.WriteDue();
+        QVERIFY(store.FileOf(id).isEmpty());
+        map.busy = false;
+        store.WriteDue();
+        QVERIFY(!store.FileOf(id).isEmpty());
+
+        // Saved, or undone back to its saved state: the file goes.
+        store.MapSaved(id);
+        QVERIFY(store.FileOf(id).isEmpty());
+        map.modified = false;
+        store.MapChanged(id);
+        store.WriteDue();
+        QVERIFY(store.FileOf(id).isEmpty());
+
+        // Closed: the file goes, and the map is no longer asked for.
+        map.modified = true;
+        store.MapChanged(id);
+        store.WriteDue();
+        const QString last = store.FileOf(id);
+        QVERIFY(QFile::exists(last));
+        store.Forget(id);
+        QVERIFY(!QFile::exists(last));
+        QVERIFY(QDir(folder)
+                    .entryList({QStringLiteral("*.imp"), QStringLiteral("*.json")}, QDir::Files)
+                    .isEmpty());
+    }
+
+    void aRunningEditorsFilesAreNotOfferedToAnother()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 2);
+        map.modified = true;
+        RecoveryStore first(folder);
+        QVERIFY(first.Start());
+        const int id = first.Track(map.Source());
+        first.MapChanged(id);
+        first.WriteDue();
+        QVERIFY(!first.FileOf(id).isEmpty());
+
+        RecoveryStore second(folder);
+        QVERIFY(second.Start());
+        QVERIFY(second.Scan().empty());
+        second.Release();
+        // Still the first run's, still written by it.
+        QVERIFY(!first.FileOf(id).isEmpty());
+    }
+
+    void aKilledRunsMapIsOfferedAndComesBackExactly()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 40);
+        map.doc.MapName = QStringLiteral("FloorPlan");
+        map.doc.BringToTop(7);
+        map.doc.ShouldDrawGrid = true;
+        map.modified = true;
+        QString left;
+        {
+            RecoveryStore killed(folder);
+            QVERIFY(killed.Start());
+            const int id = killed.Track(map.Source());
+            killed.MapChanged(id);
+            killed.WriteDue();
+            left = LeaveAsKilled(folder, killed.FileOf(id));
+            killed.Forget(id);
+        }
+
+        RecoveryStore next(folder);
+        QVERIFY(next.Start());
+        {
+            RecoveryOffer offer(next);
+            QCOMPARE(offer.Count(), 1);
+            QVERIFY(offer.Problems().isEmpty());
+            const RecoveryStore::Found& found = offer.At(0);
+            QCOMPARE(found.caption, QStringLiteral("plan.imp"));
+            QCOMPARE(found.fileName, map.fileName);
+            QCOMPARE(RecoveryOffer::PictureText(found), QStringLiteral("picture.png"));
+            QVERIFY(qAbs(found.changed.secsTo(QDateTime::currentDateTime())) < 60);
+            // A third run starting now does not offer it while this one decides.
+            RecoveryStore third(folder);
+            QVERIFY(third.Start());
+            QVERIFY(third.Scan().empty());
+
+            offer.Recover(0);
+            QCOMPARE(offer.Count(), 0);
+            std::vector<RecoveryStore::Found> recovered = offer.TakeRecovered();
+            QCOMPARE(recovered.size(), std::size_t(1));
+            QCOMPARE(
+                MapFile::MapText(recovered[0].document, map.fileName).split(QStringLiteral("\r\n")),
+                MapFile::MapText(map.doc, map.fileName).split(QStringLiteral("\r\n")));
+            QCOMPARE(recovered[0].document.OrigPic.size(), QSize(120, 80));
+            // Kept until the run that recovered it has written it itself.
+            QVERIFY(QFile::exists(left));
+            offer.Adopted(recovered[0]);
+            QVERIFY(!QFile::exists(left));
+        }
+        RecoveryStore after(folder);
+        QVERIFY(after.Start());
+        QVERIFY(after.Scan().empty());
+    }
+
+    void discardedMapsAreGoneAndUndecidedOnesOfferedAgain()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 2);
+        map.modified = true;
+        RecoveryStore killed(folder);
+        QVERIFY(killed.Start());
+        const int id = killed.Track(map.Source());
+        killed.MapChanged(id);
+        killed.WriteDue();
+        const QString one = LeaveAsKilled(folder, killed.FileOf(id));
+        const QString two = LeaveAsKilled(folder, killed.FileOf(id));
+
+        RecoveryStore next(folder);
+        QVERIFY(next.Start());
+        {
+            RecoveryOffer offer(next);
+            QCOMPARE(offer.Count(), 2);
+            const QString discarded = offer.At(0).mapPath;
+            offer.Discard(0);
+            QVERIFY(!QFile::exists(discarded));
+            // The other is left for later.
+        }
+        RecoveryOffer again(next);
+        QCOMPARE(again.Count(), 1);
+        QVERIFY(QFile::exists(one) != QFile::exists(two));
+    }
+
+    void anUnreadableFileIsSetAsideWithTheReadersReason()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 30);
+        map.modified = true;
+        RecoveryStore killed(folder);
+        QVERIFY(killed.Start());
+        const int id = killed.Track(map.Source());
+        killed.MapChanged(id);
+        killed.WriteDue();
+        const QString truncated = LeaveAsKilled(folder, killed.FileOf(id));
+        QFile file(truncated);
+        QVERIFY(file.resize(file.size() / 2));
+
+        RecoveryStore next(folder);
+        QVERIFY(next.Start());
+        const auto checkSetAside = [&](const QString& path, const QString& why) {
+            RecoveryOffer offer(next);
+            QCOMPARE(offer.Count(), 0);
+            QVERIFY(!offer.IsEmpty());
+            QCOMPARE(offer.Problems().size(), 1);
+            const QString said = offer.Problems().front();
+            QVERIFY2(said.contains(why), qPrintable(said));
+            QVERIFY(said.startsWith(QStringLiteral("\"plan.imp\"")));
+            QVERIFY(!QFile::exists(path));
+            QVERIFY(QFile::exists(path + QStringLiteral(".bad")));
+            QVERIFY2(said.contains(QDir::toNativeSeparators(path + QStringLiteral(".bad"))),
+                     qPrintable(said));
+        };
+        checkSetAside(truncated, MapFile::CannotLoadMessage());
+        // Set aside once, never offered again.
+        QVERIFY(RecoveryOffer(next).IsEmpty());
+
+        const QString noPicture = LeaveAsKilled(folder, killed.FileOf(id));
+        QVERIFY(QFile::remove(dir.filePath(QStringLiteral("picture.png"))));
+        checkSetAside(noPicture, MapFile::PictureNotFoundMessage());
+    }
+
+    void aFolderThatCannotBeWrittenIsSaidOnce()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("recovery"));
+        OpenMap map(dir.path(), 2);
+        map.modified = true;
+        RecoveryStore store(folder);
+        QSignalSpy failed(&store, &RecoveryStore::WriteFailed);
+        QVERIFY(store.Start());
+        const int id = store.Track(map.Source());
+
+        // The folder is replaced by a file while the editor runs.
+        QVERIFY(QDir(folder).removeRecursively());
+        QFile blocker(folder);
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        for (int i = 0; i < 3; ++i) {
+            store.MapChanged(id);
+            store.WriteDue();
+        }
+        QCOMPARE(failed.size(), 1);
+        QVERIFY(failed.at(0).at(0).toString().contains(QDir::toNativeSeparators(folder)));
+        QVERIFY(store.FileOf(id).isEmpty());
+
+        // Writable again: written, and a later failure is said again.
+        QVERIFY(QFile::remove(folder));
+        QVERIFY(QDir().mkpath(folder));
+        store.WriteDue();
+        QVERIFY(!store.FileOf(id).isEmpty());
+        QVERIFY(QDir(folder).removeRecursively());
+        store.MapChanged(id);
+        store.WriteDue();
+        QCOMPARE(failed.size(), 2);
+
+        // A folder that cannot be made at all.
+        RecoveryStore nowhere(dir.filePath(QStringLiteral("recovery/inside-a-file")));
+        QFile again(folder);
+        QVERIFY(again.open(QIODevice::WriteOnly));
+        again.close();
+        QSignalSpy refused(&nowhere, &RecoveryStore::WriteFailed);
+        QVERIFY(!nowhere.Start());
+        QCOMPARE(refused.size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRecoveryStore)
+#include "tst_recoverystore.moc"

@@ -1,0 +1,520 @@
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "core/interchange/MapFile.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDialog>
+#include <QFile>
+#include <QLineEdit>
+#include <QMap>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextEdit>
+
+// Undo and redo as a user reaches them through the main window, the modified mark and
+// the question asked before a modified map closes.
+class TestUndoHistory : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    std::unique_ptr<ScriptedModalUi> m_ui;
+    std::unique_ptr<MDIForm1> m_frame;
+    std::function<void(QDialog&)> m_dialogScript;
+    // Random undos stop here: the steps below are the start the run is compared with.
+    int m_floor = 0;
+    bool m_zooms = true;
+
+    template <typename T> static T* Child(QObject& parent, const char* name)
+    {
+        return parent.findChild<T*>(QString::fromLatin1(name));
+    }
+    void Trigger(const char* name) const { Child<QAction>(*m_frame, name)->trigger(); }
+    static void Click(QDialog& dialog, const char* button)
+    {
+        QTest::mouseClick(Child<QPushButton>(dialog, button), Qt::LeftButton);
+    }
+    ShapeCanvas* NewMap()
+    {
+        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
+        QImage picture(400, 300, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        picture.save(path);
+        m_ui->pictures.enqueue(path);
+        Trigger("NewMap");
+        return m_frame->ActiveMapWindow();
+    }
+    static QWidget* Surface(ShapeCanvas& map) { return Child<QWidget>(map, "TheCanvas"); }
+    void Drag(ShapeCanvas& map, const char* mode, QPoint from, QPoint to)
+    {
+        Trigger(mode);
+        QTest::mousePress(Surface(map), Qt::LeftButton, {}, from);
+        QTest::mouseMove(Surface(map), (from + to) / 2);
+        QTest::mouseMove(Surface(map), to);
+        QTest::mouseRelease(Surface(map), Qt::LeftButton, {}, to);
+    }
+    static QByteArray Bytes(const ShapeCanvas& map)
+    {
+        return MapFile::MapBytes(map.Document(), QStringLiteral("/maps/m.imp"));
+    }
+    // The same map, but for the pixel a shape may move by when the map was shown at
+    // other zooms in between (a zoom rescales the whole-pixel vertices).
+    static bool SameUpToRounding(const QByteArray& a, const QByteArray& b)
+    {
+        if (a == b)
+            return true;
+        const QList<QByteArray> left = a.split('\n');
+        const QList<QByteArray> right = b.split('\n');
+        if (left.size() != right.size())
+            return false;
+        for (qsizetype i = 0; i < left.size(); ++i) {
+            if (left[i] == right[i])
+                continue;
+            const QList<QByteArray> x = left[i].trimmed().split(',');
+            const QList<QByteArray> y = right[i].trimmed().split(',');
+            if (x.size() < 2 || x.size() != y.size())
+                return false;
+            for (qsizetype k = 0; k < x.size(); ++k) {
+                if (qAbs(x[k].toInt() - y[k].toInt()) > 2)
+                    return false;
+            }
+        }
+        return true;
+    }
+    QString SubWindowTitle(ShapeCanvas& map) const
+    {
+        return qobject_cast<QMdiSubWindow*>(map.parentWidget())->windowTitle();
+    }
+    bool Marked(ShapeCanvas& map) const
+    {
+        return map.parentWidget()->isWindowModified() && m_frame->isWindowModified();
+    }
+
+    // One random edit of any kind a user can undo, or a change of zoom.
+    int RandomEdit(ShapeCanvas& map, QRandomGenerator& random)
+    {
+        const MapDocument& doc = map.Document();
+        QWidget* surface = Surface(map);
+        const auto point = [&] {
+            return QPoint(2 + random.bounded(qMax(4, surface->width() - 4)),
+                          2 + random.bounded(qMax(4, surface->height() - 4)));
+        };
+        const auto anyShape = [&] {
+            return static_cast<std::int16_t>(random.bounded(doc.ItemCount() + 1));
+        };
+        const int kind = doc.ItemCount() < 2 ? random.bounded(3) : random.bounded(22);
+        switch (kind) {
+        case 0:
+            Drag(map, "RectangleMode", point(), point());
+            break;
+        case 1:
+            Drag(map, "CircleMode", point(), point());
+            break;
+        case 2: {
+            Trigger("PolygonMode");
+            for (int i = 3 + random.bounded(3); i > 0; --i)
+                QTest::mouseClick(surface, Qt::LeftButton, {}, point());
+            QTest::keyClick(surface, Qt::Key_Return);
+            // Too few distinct vertices to close: abandoned.
+            if (doc.PolygonInProgress)
+                QTest::keyClick(surface, Qt::Key_Escape);
+            break;
+        }
+        case 3: { // move a shape by its body
+            const ShapeRect box = PatShape::BoundingRect(doc.Shape(anyShape()).Points(), false);
+            const QPoint centre = box.toQRect().center();
+            Drag(map, "pointermode", centre, centre + QPoint(random.bounded(-30, 30), 9));
+            break;
+        }
+        case 4: { // reshape by a handle
+            const PatShape& shape = doc.Shape(anyShape());
+            const ShapePoint vertex =
+                shape.Points()[std::size_t(random.bounded(int(shape.Points().size())))];
+            Drag(map, "pointermode", QPoint(vertex.x, vertex.y), point());
+            break;
+        }
+        case 5:
+        case 6: { // a run of nudges
+            Trigger("pointermode");
+            const Qt::Key keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+            for (int i = 1 + random.bounded(6); i > 0; --i)
+                QTest::keyClick(surface, keys[random.bounded(4)]);
+            break;
+        }
+        case 7:
+            Trigger("DeleteShape");
+            break;
+        case 8:
+            Trigger("CutShape");
+            break;
+        case 9:
+            Trigger("Copyshape");
+            Trigger("PasteShape");
+            break;
+        case 10: {
+            const char* morphs[] = {"MorRectangle", "MorCircle", "MorPolygon"};
+            Trigger(morphs[random.bounded(3)]);
+            break;
+        }
+        case 11:
+            map.SelectShape(anyShape());
+            break;
+        case 12: { // Properties: a tab, a URL, the map name, then OK or Cancel
+            const int tab = 1 + random.bounded(doc.ItemCount() + 2);
+            const bool ok = random.bounded(3) > 0;
+            const QString url = QStringLiteral("page%1.html").arg(random.bounded(1000));
+            m_dialogScript = [&](QDialog& dialog) {
+                Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(tab);
+                Child<QLineEdit>(dialog, "txtURL")->setText(url);
+                Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(0);
+                Child<QLineEdit>(dialog, "txtMapName")->setText(url.left(6));
+                Click(dialog, ok ? "cmdOK" : "cmdCancel");
+            };
+            Trigger("ShapeProperties");
+            break;
+        }
+        case 13: { // map colours
+            const int value = random.bounded(256);
+            m_dialogScript = [&](QDialog& dialog) {
+                QTest::mouseClick(Child<QWidget>(dialog, random.bounded(2) ? "Option1" : "Option2"),
+                                  Qt::LeftButton);
+                Child<QScrollBar>(dialog, "ScrollRed")->setValue(value);
+                Click(dialog, "Command2");
+            };
+            Trigger("MapColors");
+            break;
+        }
+        case 14: { // grid settings
+            const bool show = random.bounded(2) == 0;
+            const int spacing = 8 + random.bounded(40);
+            m_dialogScript = [&](QDialog& dialog) {
+                Child<QCheckBox>(dialog, "Check1")->setChecked(show);
+                Child<QLineEdit>(dialog, "txtSpacing")->setText(QString::number(spacing));
+                Click(dialog, "Command1");
+            };
+            Trigger("Gridoptions");
+            break;
+        }
+        case 15: { // image size (back to zoom 100 %)
+            if (!m_zooms)
+                break;
+            const int width = 200 + random.bounded(400);
+            const int height = 150 + random.bounded(300);
+            m_dialogScript = [&](QDialog& dialog) {
+                Child<QLineEdit>(dialog, "txtWidth")->setText(QString::number(width));
+                Child<QLineEdit>(dialog, "txtHeight")->setText(QString::number(height));
+                Click(dialog, "Command1");
+            };
+            Trigger("theimagesize");
+            break;
+        }
+        case 16: { // HTML import replacing every shape
+            const int x = random.bounded(200);
+            const QString html =
+                QStringLiteral("<map name=\"imp\"><area shape=\"rect\" coords=\"%1,10,%2,60\" "
+                               "href=\"a.html\"><area shape=\"circle\" coords=\"%3,80,25\" "
+                               "href=\"b.html\"><area shape=\"poly\" coords=\"5,5,%4,40,30,90\" "
+                               "href=\"c.html\"></map>")
+                    .arg(x)
+                    .arg(x + 70)
+                    .arg(x + 40)
+                    .arg(x + 120);
+            m_dialogScript = [&](QDialog& dialog) {
+                if (auto* plain = Child<QPlainTextEdit>(dialog, "Text1"))
+                    plain->setPlainText(html);
+                else
+                    Child<QTextEdit>(dialog, "Text1")->setPlainText(html);
+                Click(dialog, "Command1");
+            };
+            m_ui->answers.enqueue(true);
+            Trigger("ConvertToShapes");
+            break;
+        }
+        case 17:
+        case 18:
+            if (!m_zooms)
+                break;
+            Trigger(random.bounded(2) ? "smallsize" : "largesize");
+            break;
+        case 19: // an undo or a redo in between
+            if (map.UndoStack().index() > m_floor)
+                m_frame->Undo();
+            break;
+        case 20:
+            m_frame->Redo();
+            break;
+        default:
+            Trigger("pointermode");
+            QTest::mouseClick(surface, Qt::LeftButton, {}, point());
+            break;
+        }
+        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
+        return kind;
+    }
+
+private slots:
+    void init()
+    {
+        m_ui = std::make_unique<ScriptedModalUi>();
+        m_frame = std::make_unique<MDIForm1>(*m_ui);
+        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
+        m_frame->ExecDialog = [this](QDialog& dialog) {
+            m_dialogScript(dialog);
+            return dialog.result();
+        };
+        m_frame->resize(1000, 800);
+        m_frame->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+    }
+    void cleanup()
+    {
+        m_ui->answers.fill(true, 20);
+        m_ui->saveChoices.fill(ModalUi::SaveChoice::Discard, 20);
+        m_frame.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+
+    void randomEditsUndoAndRedoToTheSameBytes_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        QTest::addColumn<bool>("zooms");
+        for (quint32 seed = 1; seed <= 40; ++seed)
+            QTest::addRow("seed %u", seed) << seed * 7919u << false;
+        for (quint32 seed = 1; seed <= 16; ++seed)
+            QTest::addRow("seed %u with zooms", seed) << seed * 104729u << true;
+    }
+    void randomEditsUndoAndRedoToTheSameBytes()
+    {
+        QFETCH(quint32, seed);
+        QFETCH(bool, zooms);
+        m_zooms = zooms;
+        QRandomGenerator random(seed);
+        ShapeCanvas* map = NewMap();
+        QUndoStack& stack = map->UndoStack();
+        // A few shapes to start from.
+        for (int i = 0; i < 3; ++i)
+            RandomEdit(*map, random);
+        const int start = m_floor = stack.index();
+        const double startZoom = map->Document().ZoomLevel;
+        // The map at each place in the history, as the run left it there.
+        QMap<int, QByteArray> states{{start, Bytes(*map)}};
+        QMap<int, int> kinds;
+        for (int i = 0; i < 80; ++i) {
+            const int was = stack.index();
+            const QByteArray old = Bytes(*map);
+            const int kind = RandomEdit(*map, random);
+            const int now = stack.index();
+            if (qEnvironmentVariableIsSet("TRACE"))
+                qDebug() << i << kind << was << "->" << now << (old != Bytes(*map))
+                         << stack.undoText();
+            if (kind == 19 || kind == 20) {
+                if (!zooms && states.contains(now))
+                    QVERIFY2(states.value(now) == Bytes(*map), "an undo or redo in the run");
+            } else if (now != was) {
+                // New steps: what lay above the old place is gone; steps pushed together
+                // (a gesture settled first) leave places between that were never seen.
+                states.erase(states.upperBound(qMin(was, now)), states.end());
+            }
+            kinds[now] = kind;
+            // Mid-gesture the map is at no place in the history yet.
+            if (map->History().GestureOpen())
+                states.remove(now);
+            else
+                states[now] = Bytes(*map);
+        }
+        QVERIFY(!map->Document().PolygonInProgress);
+        const double endZoom = map->Document().ZoomLevel;
+        const int end = stack.index();
+        QVERIFY2(end - start > 10, "the run made steps");
+
+        // Back to the start through the Undo menu item, then forward again; without
+        // zooms in between every place in the history is the map as it was.
+        QAction* undo = m_frame->findChild<QAction*>(QStringLiteral("EditUndo"));
+        QAction* redo = m_frame->findChild<QAction*>(QStringLiteral("EditRedo"));
+        QVERIFY(undo != nullptr && redo != nullptr);
+        while (stack.index() > start) {
+            QVERIFY(undo->isEnabled());
+            const QString name = undo->text();
+            const int kind = kinds.value(stack.index());
+            undo->trigger();
+            if (!zooms && states.contains(stack.index()))
+                QVERIFY2(Bytes(*map) == states.value(stack.index()),
+                         qPrintable(QStringLiteral("%1 (kind %2) at %3")
+                                        .arg(name)
+                                        .arg(kind)
+                                        .arg(stack.index())));
+        }
+        map->SetZoomLevel(startZoom);
+        QVERIFY2(SameUpToRounding(Bytes(*map), states.value(start)), Bytes(*map).constData());
+        while (stack.index() < end) {
+            QVERIFY(redo->isEnabled());
+            redo->trigger();
+            if (!zooms && states.contains(stack.index()))
+                QVERIFY2(Bytes(*map) == states.value(stack.index()), qPrintable(undo->text()));
+        }
+        map->SetZoomLevel(endZoom);
+        QVERIFY2(SameUpToRounding(Bytes(*map), states.value(end)), Bytes(*map).constData());
+    }
+
+    void theModifiedMarkFollowsTheHistoryAndSaves()
+    {
+        ShapeCanvas* map = NewMap();
+        QVERIFY(!map->IsModified());
+        QVERIFY(!Marked(*map));
+        QCOMPARE(SubWindowTitle(*map), QStringLiteral("Untitled[*]"));
+        QCOMPARE(map->windowTitle(), QStringLiteral("Untitled"));
+
+        Drag(*map, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        QVERIFY(map->IsModified());
+        QVERIFY(Marked(*map));
+        QCOMPARE(Child<QAction>(*m_frame, "EditUndo")->text(),
+                 QStringLiteral("&Undo Draw Rectangle"));
+        m_frame->Undo();
+        QVERIFY(!map->IsModified());
+        QVERIFY(!Marked(*map));
+        m_frame->Redo();
+        QVERIFY(Marked(*map));
+
+        const QString file = m_dir.filePath(QStringLiteral("marked.imp"));
+        m_ui->mapNamesToSave.enqueue(file);
+        Trigger("menuSaveMap");
+        QVERIFY(!map->IsModified());
+        QVERIFY(!Marked(*map));
+        QCOMPARE(map->windowTitle(), QStringLiteral("marked.imp"));
+        // Undo past the save is a change again; redo comes back to the saved state.
+        m_frame->Undo();
+        QVERIFY(Marked(*map));
+        m_frame->Redo();
+        QVERIFY(!Marked(*map));
+
+        // A save that fails leaves the map modified.
+        Drag(*map, "CircleMode", QPoint(100, 100), QPoint(130, 120));
+        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
+        Trigger("menuSaveMap");
+        QCOMPARE(m_ui->messages.size(), 1);
+        QCOMPARE(m_ui->messages.front().text, MapFile::SaveErrorMessage());
+        QVERIFY(map->IsModified());
+        QVERIFY(Marked(*map));
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    void aFailedOperationPushesNoStep()
+    {
+        ShapeCanvas* map = NewMap();
+        Trigger("PasteShape"); // nothing copied yet
+        m_dialogScript = [](QDialog& dialog) {
+            if (auto* plain = Child<QPlainTextEdit>(dialog, "Text1"))
+                plain->setPlainText(QStringLiteral("no map here"));
+            Click(dialog, "Command1");
+            dialog.reject();
+        };
+        Trigger("ConvertToShapes");
+        QCOMPARE(map->UndoStack().count(), 0);
+        QVERIFY(!map->IsModified());
+        QVERIFY(!m_ui->messages.isEmpty());
+    }
+
+    void propertiesCancelledAfterSwitchingTabsRecordsOnlyTheRestack()
+    {
+        ShapeCanvas* map = NewMap();
+        Drag(*map, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        Drag(*map, "RectangleMode", QPoint(100, 100), QPoint(150, 150));
+        QUndoStack& stack = map->UndoStack();
+        const int steps = stack.count();
+        QAction* undo = Child<QAction>(*m_frame, "EditUndo");
+
+        // Looking through the tabs and cancelling: the shape looked at stays on top
+        // (as it always did), a restack the user can undo, not a properties step.
+        m_dialogScript = [](QDialog& dialog) {
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1);
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("dropped.html"));
+            Click(dialog, "cmdCancel");
+        };
+        Trigger("ShapeProperties");
+        QCOMPARE(map->Document().ShapeOrder().front(), std::int16_t(0));
+        QCOMPARE(stack.count(), steps + 1);
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Bring to Top"));
+        QCOMPARE(map->Document().GetURL(0), QStringLiteral("http://"));
+
+        // Cancel without switching, and OK without a change: no step.
+        m_dialogScript = [](QDialog& dialog) { Click(dialog, "cmdCancel"); };
+        Trigger("ShapeProperties");
+        m_dialogScript = [](QDialog& dialog) { Click(dialog, "cmdOK"); };
+        Trigger("ShapeProperties");
+        QCOMPARE(stack.count(), steps + 1);
+
+        // OK with edits: one step for the whole dialog.
+        m_dialogScript = [](QDialog& dialog) {
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1);
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("kept.html"));
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(0);
+            Child<QLineEdit>(dialog, "txtMapName")->setText(QStringLiteral("Plan"));
+            Click(dialog, "cmdOK");
+        };
+        Trigger("ShapeProperties");
+        QCOMPARE(stack.count(), steps + 2);
+        QCOMPARE(undo->text(), QStringLiteral("&Undo Shape Properties"));
+        m_frame->Undo();
+        QCOMPARE(map->Document().MapName, QStringLiteral("MyMap"));
+        QCOMPARE(map->Document().GetURL(0), QStringLiteral("http://"));
+    }
+
+    void closingAskedOnceWithSaveDiscardOrCancel()
+    {
+        // Unmodified: the question it always had.
+        ShapeCanvas* plain = NewMap();
+        m_ui->answers.enqueue(true);
+        QVERIFY(plain->parentWidget()->close());
+        QCOMPARE(m_ui->questions,
+                 QStringList{QStringLiteral("Are you sure you are done editing \"Untitled\"?")});
+        QVERIFY(m_ui->saveQuestions.isEmpty());
+
+        // Save that fails keeps the window.
+        ShapeCanvas* readOnly = NewMap();
+        const QString file = m_dir.filePath(QStringLiteral("locked.imp"));
+        m_ui->mapNamesToSave.enqueue(file);
+        Trigger("menuSaveMap");
+        Drag(*readOnly, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
+        m_ui->saveChoices.enqueue(ModalUi::SaveChoice::Save);
+        QVERIFY(!readOnly->parentWidget()->close());
+        QCOMPARE(m_ui->saveQuestions, QStringList{QStringLiteral("locked.imp")});
+        QCOMPARE(m_ui->messages.size(), 1);
+        QCOMPARE(m_frame->MapWindows().size(), 1);
+        // Save that works closes it, with the file written.
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        const QByteArray saved = MapFile::MapBytes(readOnly->Document(), file);
+        m_ui->saveChoices.enqueue(ModalUi::SaveChoice::Save);
+        QVERIFY(readOnly->parentWidget()->close());
+        QFile written(file);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QCOMPARE(written.readAll(), saved);
+        QTRY_COMPARE(m_frame->MapWindows().size(), 0);
+
+        // Exit: Discard closes the first, Cancel keeps the second and stops there.
+        ShapeCanvas* first = NewMap();
+        Drag(*first, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        ShapeCanvas* second = NewMap();
+        Drag(*second, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        ShapeCanvas* third = NewMap();
+        Drag(*third, "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        m_ui->saveChoices << ModalUi::SaveChoice::Discard << ModalUi::SaveChoice::Cancel;
+        const int asked = int(m_ui->saveQuestions.size());
+        Trigger("Exit");
+        QCOMPARE(m_ui->saveQuestions.size(), asked + 2);
+        QVERIFY(m_frame->isVisible());
+        QTRY_COMPARE(m_frame->MapWindows().size(), 2);
+    }
+};
+
+QTEST_MAIN(TestUndoHistory)
+#include "tst_undohistory.moc"
