@@ -1,3 +1,4 @@
+#include "KilledRun.h"
 #include "ShapeBuilders.h"
 #include "core/document/MapDocument.h"
 #include "core/document/RecoveryOffer.h"
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -55,32 +55,6 @@ struct OpenMap
         return source;
     }
 };
-
-// The process id of a program that has ended.
-qint64 DeadProcess()
-{
-    QProcess process;
-    process.start(QStringLiteral("true"), {});
-    process.waitForStarted();
-    const qint64 pid = process.processId();
-    process.waitForFinished();
-    return pid;
-}
-
-// What a run killed in the middle of editing leaves: its files, and a lock naming a
-// process that is gone. Returns the new map file's path.
-QString LeaveAsKilled(const QString& Folder, const QString& MapFile)
-{
-    const QString session = QStringLiteral("%1-1").arg(DeadProcess());
-    const QString base = Folder + QLatin1Char('/') + session + QStringLiteral("-0");
-    QFile::copy(MapFile, base + QStringLiteral(".imp"));
-    QFile::copy(MapFile.left(MapFile.size() - 4) + QStringLiteral(".json"),
-                base + QStringLiteral(".json"));
-    QFile lock(Folder + QLatin1Char('/') + session + QStringLiteral(".lock"));
-    lock.open(QIODevice::WriteOnly);
-    lock.write(session.section(QLatin1Char('-'), 0, 0).toLatin1() + "\nvantrel\n\n");
-    return base + QStringLiteral(".imp");
-}
 
 } // namespace
 

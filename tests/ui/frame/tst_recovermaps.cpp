@@ -1,0 +1,262 @@
+#include "KilledRun.h"
+#include "ScriptedModalUi.h"
+#include "core/document/OpenMapCount.h"
+#include "core/interchange/MapFile.h"
+#include "ui/canvas/ShapeCanvas.h"
+#include "ui/frame/MDIForm1.h"
+#include "ui/frame/RecoverMaps.h"
+#include "ui/frame/RecoveryKeeper.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+// Recovery files as the editor keeps them while a user edits, and what the next start
+// offers after the editor was killed.
+class TestRecoverMaps : public QObject
+{
+    Q_OBJECT
+    QTemporaryDir m_dir;
+
+    struct Run
+    {
+        ScriptedModalUi ui;
+        MDIForm1 frame{ui};
+        std::function<void(QDialog&)> script = [](QDialog& dialog) { dialog.reject(); };
+        QStringList dialogs;
+
+        Run()
+        {
+            frame.ExecDialog = [this](QDialog& dialog) {
+                dialogs.append(dialog.windowTitle());
+                script(dialog);
+                return dialog.result();
+            };
+            frame.show();
+        }
+        ~Run()
+        {
+            ui.answers.fill(true, 20);
+            ui.saveChoices.fill(ModalUi::SaveChoice::Discard, 20);
+            frame.close();
+        }
+        void Trigger(const char* name)
+        {
+            frame.findChild<QAction*>(QString::fromLatin1(name))->trigger();
+        }
+        void Draw(ShapeCanvas& map, QPoint from, QPoint to)
+        {
+            Trigger("RectangleMode");
+            QWidget* surface = map.findChild<QWidget*>(QStringLiteral("TheCanvas"));
+            QTest::mousePress(surface, Qt::LeftButton, {}, from);
+            QTest::mouseMove(surface, to);
+            QTest::mouseRelease(surface, Qt::LeftButton, {}, to);
+        }
+    };
+
+    QString Folder() const { return m_dir.filePath(QStringLiteral("recovery")); }
+    QString Picture() const
+    {
+        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
+        if (!QFile::exists(path)) {
+            QImage picture(300, 200, QImage::Format_RGB32);
+            picture.fill(Qt::yellow);
+            picture.save(path);
+        }
+        return path;
+    }
+    static QByteArray Bytes(const ShapeCanvas& map, const QString& name)
+    {
+        return MapFile::MapBytes(map.Document(), name);
+    }
+    static QByteArray FileBytes(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    // Edits a saved map in a run, and leaves its recovery file as a killed run would.
+    // Returns the map's bytes as last kept.
+    QByteArray EditAndKill(const QString& Saved, QString* Left = nullptr)
+    {
+        Run run;
+        run.frame.StartRecovery(Folder());
+        run.frame.Recovery()->Store().Timer().setInterval(20);
+        run.ui.pictures.enqueue(Picture());
+        run.Trigger("NewMap");
+        ShapeCanvas* map = run.frame.ActiveMapWindow();
+        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        run.ui.mapNamesToSave.enqueue(Saved);
+        run.Trigger("menuSaveMap");
+        run.Draw(*map, QPoint(120, 90), QPoint(200, 150));
+        map->SelectShape(0);
+        [&] { QTRY_VERIFY(!run.frame.Recovery()->FileOf(*map).isEmpty()); }();
+        const QString left = LeaveAsKilled(Folder(), run.frame.Recovery()->FileOf(*map));
+        if (Left != nullptr)
+            *Left = left;
+        return Bytes(*map, Saved);
+    }
+
+private slots:
+    void init() { QDir(Folder()).removeRecursively(); }
+    void cleanup() { QCOMPARE(OpenMapCount, std::int16_t(0)); }
+
+    void aModifiedMapIsKeptWhileEditingAndGoesWhenSavedOrClosed()
+    {
+        Run run;
+        QVERIFY(!run.frame.StartRecovery(Folder()));
+        QVERIFY(run.dialogs.isEmpty());
+        RecoveryKeeper& keeper = *run.frame.Recovery();
+        keeper.Store().Timer().setInterval(20);
+        run.ui.pictures.enqueue(Picture());
+        run.Trigger("NewMap");
+        ShapeCanvas* map = run.frame.ActiveMapWindow();
+        QTest::qWait(60);
+        QVERIFY(keeper.FileOf(*map).isEmpty());
+
+        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        QTRY_VERIFY(!keeper.FileOf(*map).isEmpty());
+        // Undone back to where it started: nothing to recover.
+        run.frame.Undo();
+        QTRY_VERIFY(keeper.FileOf(*map).isEmpty());
+        run.frame.Redo();
+        QTRY_VERIFY(!keeper.FileOf(*map).isEmpty());
+        const QString kept = keeper.FileOf(*map);
+        run.ui.mapNamesToSave.enqueue(m_dir.filePath(QStringLiteral("kept.imp")));
+        run.Trigger("menuSaveMap");
+        QVERIFY(!QFile::exists(kept));
+
+        run.Draw(*map, QPoint(100, 100), QPoint(150, 150));
+        QTRY_VERIFY(!keeper.FileOf(*map).isEmpty());
+        const QString again = keeper.FileOf(*map);
+        run.ui.saveChoices.enqueue(ModalUi::SaveChoice::Discard);
+        QVERIFY(map->parentWidget()->close());
+        QTRY_VERIFY(!QFile::exists(again));
+    }
+
+    void aKilledEditorsMapIsRecoveredAndSavedToItsOwnFile()
+    {
+        const QString saved = m_dir.filePath(QStringLiteral("plan.imp"));
+        QFile::remove(saved);
+        QString left;
+        const QByteArray lastKept = EditAndKill(saved, &left);
+        const QByteArray onDisk = FileBytes(saved);
+        QVERIFY(onDisk != lastKept);
+
+        Run next;
+        QStringList rows;
+        next.script = [&rows](QDialog& dialog) {
+            auto* list = dialog.findChild<QTreeWidget*>(QStringLiteral("lstRecover"));
+            for (int i = 0; i < list->topLevelItemCount(); ++i)
+                rows << list->topLevelItem(i)->text(0) + QLatin1Char('|') +
+                            list->topLevelItem(i)->text(1);
+            QVERIFY(!list->topLevelItem(0)->icon(0).isNull());
+            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnRecover")),
+                              Qt::LeftButton);
+        };
+        QVERIFY(next.frame.StartRecovery(Folder()));
+        QCOMPARE(next.dialogs, QStringList{QStringLiteral("Recover Maps")});
+        QCOMPARE(rows, QStringList{QStringLiteral("plan.imp|pic.png")});
+
+        ShapeCanvas* map = next.frame.ActiveMapWindow();
+        QVERIFY(map != nullptr);
+        QCOMPARE(Bytes(*map, saved), lastKept);
+        QVERIFY(map->IsModified());
+        QCOMPARE(map->FileName(), saved);
+        QCOMPARE(map->windowTitle(), QStringLiteral("plan.imp"));
+        QVERIFY(map->parentWidget()->isWindowModified());
+        // Kept by this run now; the killed run's file is gone.
+        QVERIFY(!next.frame.Recovery()->FileOf(*map).isEmpty());
+        QVERIFY(!QFile::exists(left));
+        QCOMPARE(FileBytes(saved), onDisk);
+
+        // Save writes the map's own file, and its recovery file goes.
+        const QString kept = next.frame.Recovery()->FileOf(*map);
+        next.Trigger("menuSaveMap");
+        QVERIFY(next.ui.mapNamesToSave.isEmpty());
+        QCOMPARE(FileBytes(saved), lastKept);
+        QVERIFY(!map->IsModified());
+        QVERIFY(!QFile::exists(kept));
+    }
+
+    void discardedInTheDialogIsGoneAndLaterKeepsIt()
+    {
+        const QString saved = m_dir.filePath(QStringLiteral("later.imp"));
+        QString left;
+        EditAndKill(saved, &left);
+        {
+            Run later;
+            QVERIFY(!later.frame.StartRecovery(Folder()));
+            QCOMPARE(later.dialogs.size(), 1);
+            QVERIFY(later.frame.MapWindows().isEmpty());
+            QVERIFY(QFile::exists(left));
+        }
+        Run next;
+        next.ui.answers.enqueue(true);
+        next.script = [](QDialog& dialog) {
+            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnDiscard")),
+                              Qt::LeftButton);
+        };
+        QVERIFY(!next.frame.StartRecovery(Folder()));
+        QCOMPARE(next.ui.questions.size(), 1);
+        QVERIFY(next.ui.questions.front().contains(QStringLiteral("\"later.imp\"")));
+        QVERIFY(!QFile::exists(left));
+        QVERIFY(next.frame.MapWindows().isEmpty());
+    }
+
+    void aCorruptFileIsNamedWithTheReasonAndSetAside()
+    {
+        QString left;
+        EditAndKill(m_dir.filePath(QStringLiteral("broken.imp")), &left);
+        QFile file(left);
+        QVERIFY(file.resize(40));
+
+        Run next;
+        QString said;
+        next.script = [&said](QDialog& dialog) {
+            said = dialog.findChild<QLabel*>(QStringLiteral("lblProblems"))->text();
+            dialog.reject();
+        };
+        QVERIFY(!next.frame.StartRecovery(Folder()));
+        QVERIFY2(said.contains(QStringLiteral("\"broken.imp\"")), qPrintable(said));
+        QVERIFY2(said.contains(MapFile::CannotLoadMessage()), qPrintable(said));
+        QVERIFY(!QFile::exists(left));
+        QVERIFY(QFile::exists(left + QStringLiteral(".bad")));
+        // Start-up goes on: the frame works.
+        next.ui.pictures.enqueue(Picture());
+        next.Trigger("NewMap");
+        QCOMPARE(next.frame.MapWindows().size(), 1);
+    }
+
+    void aFolderThatCannotBeWrittenIsSaidOnceAndEditingGoesOn()
+    {
+        QFile blocker(Folder());
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        Run run;
+        QVERIFY(!run.frame.StartRecovery(Folder() + QStringLiteral("/inside")));
+        const QString said = run.frame.statusBar()->currentMessage();
+        QVERIFY2(said.startsWith(QStringLiteral("Recovery files cannot be written")),
+                 qPrintable(said));
+        run.frame.Recovery()->Store().Timer().setInterval(20);
+        run.ui.pictures.enqueue(Picture());
+        run.Trigger("NewMap");
+        ShapeCanvas* map = run.frame.ActiveMapWindow();
+        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        QTest::qWait(80);
+        QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
+        QVERIFY(run.frame.Recovery()->FileOf(*map).isEmpty());
+        QVERIFY(run.ui.messages.isEmpty());
+        QFile::remove(Folder());
+    }
+};
+
+QTEST_MAIN(TestRecoverMaps)
+#include "tst_recovermaps.moc"
