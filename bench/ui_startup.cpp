@@ -20,12 +20,22 @@ QString Editor()
                                 : QString::fromLocal8Bit(configured);
 }
 
+QString DataHome()
+{
+    static const QTemporaryDir folder;
+    return folder.path();
+}
+
 double RunMs(const QStringList& Arguments)
 {
     return Ratio::Time([&] {
         QProcess editor;
         editor.setStandardOutputFile(QProcess::nullDevice());
         editor.setStandardErrorFile(QProcess::nullDevice());
+        // Recovery files the user's own editor left must not stop a run with a question.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), DataHome());
+        editor.setProcessEnvironment(environment);
         editor.start(Editor(), Arguments);
         if (!editor.waitForFinished(60000) || editor.exitCode() != 0)
             std::abort();
