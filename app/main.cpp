@@ -1,5 +1,5 @@
-#include "core/document/RecoveryStore.h"
 #include "core/forms/EditorCommandLine.h"
+#include "core/interchange/RecoveryStore.h"
 #include "ui/frame/AppResources.h"
 #include "ui/frame/MDIForm1.h"
 #include "ui/frame/QtModalUi.h"

@@ -1,7 +1,7 @@
 #include "ui/frame/RecoverMaps.h"
 
 #include "core/base/ModalUi.h"
-#include "core/document/RecoveryOffer.h"
+#include "core/interchange/RecoveryOffer.h"
 #include "ui/dialogs/DialogPlacement.h"
 
 #include <QDir>
@@ -67,7 +67,12 @@ RecoverMaps::RecoverMaps(RecoveryOffer& Offer, ModalUi& Ui, QWidget* parent)
     m_list->setVisible(m_offer.Count() > 0);
     m_recover->setVisible(m_offer.Count() > 0);
     m_discard->setVisible(m_offer.Count() > 0);
-    resize(560, m_offer.Count() > 0 ? 320 : 200);
+    if (m_offer.Count() > 0) {
+        resize(560, 320);
+    } else {
+        setMinimumWidth(560);
+        adjustSize();
+    }
     DialogPlacement::CentreOnScreen(*this);
 
     connect(m_recover, &QPushButton::clicked, this, &RecoverMaps::RecoverSelected);

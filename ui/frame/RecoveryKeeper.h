@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/document/RecoveryStore.h"
+#include "core/interchange/RecoveryStore.h"
 
 #include <QObject>
 

@@ -1,4 +1,4 @@
-#include "core/document/RecoveryOffer.h"
+#include "core/interchange/RecoveryOffer.h"
 
 #include <QDir>
 #include <QFileInfo>

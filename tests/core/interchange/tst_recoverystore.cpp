@@ -1,9 +1,9 @@
 #include "KilledRun.h"
 #include "ShapeBuilders.h"
 #include "core/document/MapDocument.h"
-#include "core/document/RecoveryOffer.h"
-#include "core/document/RecoveryStore.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/RecoveryOffer.h"
+#include "core/interchange/RecoveryStore.h"
 
 #include <QDir>
 #include <QFile>

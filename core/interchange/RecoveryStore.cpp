@@ -1,4 +1,4 @@
-#include "core/document/RecoveryStore.h"
+#include "core/interchange/RecoveryStore.h"
 
 #include "core/base/Module1.h"
 #include "core/interchange/MapFile.h"
