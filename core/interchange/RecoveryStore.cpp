@@ -134,6 +134,11 @@ void RecoveryStore::Forget(int Id)
     m_slots.erase(found);
 }
 
+void RecoveryStore::Drop(int Id)
+{
+    m_slots.erase(Id);
+}
+
 QString RecoveryStore::FileOf(int Id) const
 {
     const auto found = m_slots.find(Id);

@@ -71,8 +71,11 @@ public:
     void MapChanged(int Id);
     // The map is at its saved state again: its file goes.
     void MapSaved(int Id);
-    // The map was closed.
+    // The map was closed by the user: its file goes.
     void Forget(int Id);
+    // The map is gone without being closed (the program is ending some other way): its
+    // file stays, to be offered at the next start.
+    void Drop(int Id);
     // Writes each map that changed since its last write now (what the timer runs).
     void WriteDue();
     // The recovery file of map Id, empty while it has none.

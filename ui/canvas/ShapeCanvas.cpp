@@ -59,8 +59,10 @@ ShapeCanvas::~ShapeCanvas()
         if (--OpenMapCount == 0)
             m_host.SetMapCommandsEnabled(false);
     }
-    // The history dies after this body; its last signals must not reach a half-gone widget.
-    disconnect(&m_history.Stack(), nullptr, this, nullptr);
+    // The history dies after this body. Its last signals (clearing it reads as "clean")
+    // must reach nobody: not a half-gone widget, and not the recovery files, which a map
+    // gone without being closed keeps.
+    m_history.Stack().disconnect();
     m_pointer->ReleaseAll();
     m_document.SetSurface(nullptr);
 }
@@ -642,6 +644,7 @@ void ShapeCanvas::closeEvent(QCloseEvent* event)
     if (OpenMapCount-- == 1)
         m_host.SetMapCommandsEnabled(false);
     event->accept();
+    emit CloseConfirmed();
 }
 
 // ---- files and code ----------------------------------------------------------------

@@ -133,6 +133,8 @@ signals:
     // The map may have changed: Everything after a command on the whole map, otherwise
     // only the top and the current shape (a mouse or key edit).
     void MapChanged(bool Everything);
+    // The user let the window close (the map saved, discarded or never changed).
+    void CloseConfirmed();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -31,11 +31,12 @@ void RecoveryKeeper::Track(ShapeCanvas& Map)
         else
             m_store.MapChanged(id);
     });
+    connect(&Map, &ShapeCanvas::CloseConfirmed, this, [this, id] { m_store.Forget(id); });
     // The map's own parts are gone by then; only its id is used.
     const ShapeCanvas* key = &Map;
     connect(&Map, &QObject::destroyed, this, [this, id, key] {
         m_ids.remove(key);
-        m_store.Forget(id);
+        m_store.Drop(id);
     });
 }
 

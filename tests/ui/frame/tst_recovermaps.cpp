@@ -141,6 +141,29 @@ private slots:
         QTRY_VERIFY(!QFile::exists(again));
     }
 
+    void aMapGoneWithoutBeingClosedKeepsItsFile()
+    {
+        QString kept;
+        {
+            Run run;
+            run.frame.StartRecovery(Folder());
+            run.frame.Recovery()->Store().Timer().setInterval(20);
+            run.ui.pictures.enqueue(Picture());
+            run.Trigger("NewMap");
+            ShapeCanvas* map = run.frame.ActiveMapWindow();
+            run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+            QTRY_VERIFY(!run.frame.Recovery()->FileOf(*map).isEmpty());
+            kept = run.frame.Recovery()->FileOf(*map);
+            // The program ends without the window being closed (the session ends).
+            delete map->parentWidget();
+        }
+        QVERIFY(QFile::exists(kept));
+        Run next;
+        next.script = [](QDialog& dialog) { dialog.reject(); };
+        next.frame.StartRecovery(Folder());
+        QCOMPARE(next.dialogs, QStringList{QStringLiteral("Recover Maps")});
+    }
+
     void aKilledEditorsMapIsRecoveredAndSavedToItsOwnFile()
     {
         const QString saved = m_dir.filePath(QStringLiteral("plan.imp"));
