@@ -119,7 +119,11 @@ void ReadShape(MapTextReader& in, const MapDocument& document, ShapeSurface* sur
     // Circles and rectangles are always their four corners; a polygon has a vertex at least.
     if (points.empty() || (type != Polygon && points.size() != 4) || points.size() > 32768)
         throw FormatError();
-    shape.ResetInfo(type, true, document.NonFocusColor, {}, {}, {}, {}, 0, {});
+    // A new shape has no points yet, so this only sets its kind; its text values are
+    // read straight into it.
+    shape.MorphTo(type);
+    shape.ShapeBuildingFinished = true;
+    shape.ShapeColor = document.NonFocusColor;
     shape.URL = in.String();
     shape.Comment = in.String();
     shape.Target = in.String();
