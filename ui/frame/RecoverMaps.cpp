@@ -30,6 +30,7 @@ RecoverMaps::RecoverMaps(RecoveryOffer& Offer, ModalUi& Ui, QWidget* parent)
                                                   "none of them can be recovered."),
                              this);
     intro->setWordWrap(true);
+    intro->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     m_list->setObjectName(QStringLiteral("lstRecover"));
     m_list->setColumnCount(3);
@@ -43,6 +44,7 @@ RecoverMaps::RecoverMaps(RecoveryOffer& Offer, ModalUi& Ui, QWidget* parent)
     auto* problems = new QLabel(m_offer.Problems().join(QStringLiteral("\n\n")), this);
     problems->setObjectName(QStringLiteral("lblProblems"));
     problems->setWordWrap(true);
+    problems->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     problems->setTextInteractionFlags(Qt::TextSelectableByMouse);
     problems->setVisible(!m_offer.Problems().isEmpty());
 
@@ -63,6 +65,9 @@ RecoverMaps::RecoverMaps(RecoveryOffer& Offer, ModalUi& Ui, QWidget* parent)
     layout->addWidget(intro);
     layout->addWidget(m_list, 1);
     layout->addWidget(problems);
+    // Without a list the room left goes under the text, not between its lines.
+    if (m_offer.Count() == 0)
+        layout->addStretch(1);
     layout->addLayout(buttons);
     m_list->setVisible(m_offer.Count() > 0);
     m_recover->setVisible(m_offer.Count() > 0);
