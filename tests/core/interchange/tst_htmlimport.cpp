@@ -28,141 +28,134 @@ class TestHtmlImport : public QObject
 {
     Q_OBJECT
 private slots:
-    void failures_data();
-    void failures();
-    void shapes_data();
-    void shapes();
-    void defaultAreaSetsTheMapDefaults();
-    void generatedCodeRoundTrips();
-};
-
-void TestHtmlImport::failures_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("no map tag") << "<area shape=\"rect\" coords=\"1,2,3,4\">"
-                                << "Map tag not found.";
-    QTest::newRow("no name") << "<map id=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"></map>"
-                             << "Map name not found.";
-    QTest::newRow("no areas") << "<map name=\"x\"></map>"
-                              << "No shape objects found.";
-    QTest::newRow("coords missing") << Wrap("<area shape=\"rect\" href=\"a\">") << ErrorText;
-    QTest::newRow("rectangle with three numbers")
-        << Wrap("<area shape=\"rect\" coords=\"1,2,3\">") << ErrorText;
-    QTest::newRow("number too large for a coordinate")
-        << Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">") << ErrorText;
-    QTest::newRow("bad area after a good one")
-        << Wrap("<area shape=\"rect\" coords=\"1,2,3,4\">\n<area shape=\"poly\">") << ErrorText;
-}
-
-void TestHtmlImport::failures()
-{
-    QFETCH(QString, html);
-    QFETCH(QString, message);
-    MapDocument d;
-    d.DefURL = QStringLiteral("old.htm");
-    AddShapeRow(d, "0|0,0,10,0,10,10,0,10|keep.htm||||0|");
-    const QString before = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
-    const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
-    QVERIFY(!result.ok);
-    QCOMPARE(result.message, message);
-    HtmlImporter::Apply(result, d); // a failed result changes nothing
-    QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test), before);
-}
-
-void TestHtmlImport::shapes_data()
-{
-    QTest::addColumn<QString>("html");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<Points>("points");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("upper-case tags, values come out lower-case")
-        << "<MAP NAME=\"Big\">\r\n<AREA SHAPE=RECT COORDS=\"1,2,3,4\" HREF=\"HTTP://A.COM/X\" "
-           "ALT=\"Home Page\">\r\n</MAP>"
-        << 1 << Box(1, 2, 3, 4) << "http://a.com/x";
-    QTest::newRow("circle to its square")
-        << Wrap("<area shape=\"circle\" coords=\"50,60,5\" href=\"a\">") << 0 << Box(45, 55, 55, 65)
-        << "a";
-    QTest::newRow("polygon spelt out, odd piece dropped")
-        << Wrap("<area shape=\"polygon\" coords=\"1,2,3,4,5\">") << 2 << Points{{1, 2}, {3, 4}}
-        << "";
-    QTest::newRow("unquoted keyword")
-        << Wrap("<area shape=rect coords=\"1,2,3,4\">") << 1 << Box(1, 2, 3, 4) << "";
-    QTest::newRow("halves round to even")
-        << Wrap("<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">") << 1 << Box(2, 4, -2, 0)
-        << "";
-}
-
-void TestHtmlImport::shapes()
-{
-    QFETCH(QString, html);
-    QFETCH(int, type);
-    QFETCH(Points, points);
-    QFETCH(QString, url);
-    MapDocument d;
-    d.ZoomLevel = 2.0;
-    const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
-    QVERIFY2(result.ok, qPrintable(result.message));
-    HtmlImporter::Apply(result, d);
-    QCOMPARE(d.ItemCount(), std::int16_t(0));
-    QCOMPARE(int(d.Shape(0).GetShapeType()), type);
-    QCOMPARE(d.Shape(0).URL, url);
-    QCOMPARE(d.Shape(0).Zoom(), 2.0); // imported at zoom 1, then scaled to the map's zoom
-    for (ShapePoint& p : points)
-        p = {p.x * 2, p.y * 2};
-    QCOMPARE(d.Shape(0).Points(), points);
-}
-
-void TestHtmlImport::defaultAreaSetsTheMapDefaults()
-{
-    MapDocument d;
-    d.DefStatus = QStringLiteral("old status");
-    d.DefAlertVal = 1;
-    const HtmlImporter::Result result = HtmlImporter::Convert(
-        Wrap("<area shape=\"rect\" coords=\"1,2,3,4\" href=\"a.htm\">\n"
-             "<area shape=default coords=\"0,0,9,9\" href=\"first.htm\" alt=\"first\">\n"
-             "<area coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
-        d);
-    QVERIFY2(result.ok, qPrintable(result.message));
-    HtmlImporter::Apply(result, d);
-    // The last area with no known shape word wins; what it lacks is cleared.
-    QCOMPARE(d.ItemCount(), std::int16_t(0));
-    QCOMPARE(d.DefURL, QStringLiteral("rest.htm"));
-    QCOMPARE(d.DefComment, QString());
-    QCOMPARE(d.DefTarget, QStringLiteral("_top"));
-    QCOMPARE(d.DefStatus, QString());
-    QCOMPARE(d.DefAlertVal, std::int16_t(0));
-}
-
-void TestHtmlImport::generatedCodeRoundTrips()
-{
-    MapDocument source;
-    source.SWidth = 640;
-    source.SHeight = 480;
-    source.DefURL = QStringLiteral("rest.htm");
-    source.MapStyle = 3;
-    source.MapBorder = 2;
-    AddShapeRow(source, "1|10,20,110,20,110,70,10,70|a.htm|first one|main|||");
-    AddShapeRow(source, "0|200,200,240,200,240,240,200,240|||||0|");
-    AddShapeRow(source, "2|300,10,150000,60,310,190000|c||||0|");
-    for (const auto form : {MapCodeGenerator::Form::Viewing, MapCodeGenerator::Form::Test}) {
-        const HtmlImporter::Result result =
-            HtmlImporter::Convert(MapCodeGenerator::GenerateMapCode(source, form), MapDocument());
-        QVERIFY2(result.ok, qPrintable(result.message));
-        // The default area comes back as one more rectangle over the whole picture.
-        QCOMPARE(result.shapes.size(), std::size_t(4));
-        for (std::size_t i = 0; i < 3; ++i) {
-            const PatShape& want = source.Shapes()[i];
-            QCOMPARE(result.shapes[i].GetShapeType(), want.GetShapeType());
-            QCOMPARE(result.shapes[i].Points(), want.Points());
-            QCOMPARE(result.shapes[i].URL, want.URL.isEmpty() ? QStringLiteral("#") : want.URL);
-            QCOMPARE(result.shapes[i].Comment, want.Comment);
-            QCOMPARE(result.shapes[i].Target, want.Target);
-        }
-        QCOMPARE(result.shapes[3].Points(), Box(0, 0, 640, 480));
-        QCOMPARE(result.shapes[3].URL, source.DefURL);
+    void failures_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no map tag") << "<area shape=\"rect\" coords=\"1,2,3,4\">"
+                                    << "Map tag not found.";
+        QTest::newRow("no name") << "<map id=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"></map>"
+                                 << "Map name not found.";
+        QTest::newRow("no areas") << "<map name=\"x\"></map>"
+                                  << "No shape objects found.";
+        QTest::newRow("coords missing") << Wrap("<area shape=\"rect\" href=\"a\">") << ErrorText;
+        QTest::newRow("rectangle with three numbers")
+            << Wrap("<area shape=\"rect\" coords=\"1,2,3\">") << ErrorText;
+        QTest::newRow("number too large for a coordinate")
+            << Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">") << ErrorText;
+        QTest::newRow("bad area after a good one")
+            << Wrap("<area shape=\"rect\" coords=\"1,2,3,4\">\n<area shape=\"poly\">") << ErrorText;
     }
-}
+
+    void failures()
+    {
+        QFETCH(QString, html);
+        QFETCH(QString, message);
+        MapDocument d;
+        d.DefURL = QStringLiteral("old.htm");
+        AddShapeRow(d, "0|0,0,10,0,10,10,0,10|keep.htm||||0|");
+        const QString before = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
+        const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.message, message);
+        HtmlImporter::Apply(result, d); // a failed result changes nothing
+        QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test), before);
+    }
+
+    void shapes_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<Points>("points");
+        QTest::addColumn<QString>("url");
+        QTest::newRow("upper-case tags, values come out lower-case")
+            << "<MAP NAME=\"Big\">\r\n<AREA SHAPE=RECT COORDS=\"1,2,3,4\" HREF=\"HTTP://A.COM/X\" "
+               "ALT=\"Home Page\">\r\n</MAP>"
+            << 1 << Box(1, 2, 3, 4) << "http://a.com/x";
+        QTest::newRow("circle to its square")
+            << Wrap("<area shape=\"circle\" coords=\"50,60,5\" href=\"a\">") << 0
+            << Box(45, 55, 55, 65) << "a";
+        QTest::newRow("polygon spelt out, odd piece dropped")
+            << Wrap("<area shape=\"polygon\" coords=\"1,2,3,4,5\">") << 2 << Points{{1, 2}, {3, 4}}
+            << "";
+        QTest::newRow("unquoted keyword")
+            << Wrap("<area shape=rect coords=\"1,2,3,4\">") << 1 << Box(1, 2, 3, 4) << "";
+        QTest::newRow("halves round to even")
+            << Wrap("<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">") << 1 << Box(2, 4, -2, 0)
+            << "";
+    }
+
+    void shapes()
+    {
+        QFETCH(QString, html);
+        QFETCH(int, type);
+        QFETCH(Points, points);
+        QFETCH(QString, url);
+        MapDocument d;
+        d.ZoomLevel = 2.0;
+        const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
+        QVERIFY2(result.ok, qPrintable(result.message));
+        HtmlImporter::Apply(result, d);
+        QCOMPARE(d.ItemCount(), std::int16_t(0));
+        QCOMPARE(int(d.Shape(0).GetShapeType()), type);
+        QCOMPARE(d.Shape(0).URL, url);
+        QCOMPARE(d.Shape(0).Zoom(), 2.0); // imported at zoom 1, then scaled to the map's zoom
+        for (ShapePoint& p : points)
+            p = {p.x * 2, p.y * 2};
+        QCOMPARE(d.Shape(0).Points(), points);
+    }
+
+    void defaultAreaSetsTheMapDefaults()
+    {
+        MapDocument d;
+        d.DefStatus = QStringLiteral("old status");
+        d.DefAlertVal = 1;
+        const HtmlImporter::Result result = HtmlImporter::Convert(
+            Wrap("<area shape=\"rect\" coords=\"1,2,3,4\" href=\"a.htm\">\n"
+                 "<area shape=default coords=\"0,0,9,9\" href=\"first.htm\" alt=\"first\">\n"
+                 "<area coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
+            d);
+        QVERIFY2(result.ok, qPrintable(result.message));
+        HtmlImporter::Apply(result, d);
+        // The last area with no known shape word wins; what it lacks is cleared.
+        QCOMPARE(d.ItemCount(), std::int16_t(0));
+        QCOMPARE(d.DefURL, QStringLiteral("rest.htm"));
+        QCOMPARE(d.DefComment, QString());
+        QCOMPARE(d.DefTarget, QStringLiteral("_top"));
+        QCOMPARE(d.DefStatus, QString());
+        QCOMPARE(d.DefAlertVal, std::int16_t(0));
+    }
+
+    void generatedCodeRoundTrips()
+    {
+        MapDocument source;
+        source.SWidth = 640;
+        source.SHeight = 480;
+        source.DefURL = QStringLiteral("rest.htm");
+        source.MapStyle = 3;
+        source.MapBorder = 2;
+        AddShapeRow(source, "1|10,20,110,20,110,70,10,70|a.htm|first one|main|||");
+        AddShapeRow(source, "0|200,200,240,200,240,240,200,240|||||0|");
+        AddShapeRow(source, "2|300,10,150000,60,310,190000|c||||0|");
+        for (const auto form : {MapCodeGenerator::Form::Viewing, MapCodeGenerator::Form::Test}) {
+            const HtmlImporter::Result result = HtmlImporter::Convert(
+                MapCodeGenerator::GenerateMapCode(source, form), MapDocument());
+            QVERIFY2(result.ok, qPrintable(result.message));
+            // The default area comes back as one more rectangle over the whole picture.
+            QCOMPARE(result.shapes.size(), std::size_t(4));
+            for (std::size_t i = 0; i < 3; ++i) {
+                const PatShape& want = source.Shapes()[i];
+                QCOMPARE(result.shapes[i].GetShapeType(), want.GetShapeType());
+                QCOMPARE(result.shapes[i].Points(), want.Points());
+                QCOMPARE(result.shapes[i].URL, want.URL.isEmpty() ? QStringLiteral("#") : want.URL);
+                QCOMPARE(result.shapes[i].Comment, want.Comment);
+                QCOMPARE(result.shapes[i].Target, want.Target);
+            }
+            QCOMPARE(result.shapes[3].Points(), Box(0, 0, 640, 480));
+            QCOMPARE(result.shapes[3].URL, source.DefURL);
+        }
+    }
+};
 
 QTEST_APPLESS_MAIN(TestHtmlImport)
 #include "tst_htmlimport.moc"

@@ -33,161 +33,154 @@ class TestLinkChecker : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void everyAnswerEndsInAClearStatus();
-    void editedRowIsCheckedAgain();
-    void cancelStopsTheChecksInFlight();
-    void manyLinksAreCheckedAFewAtATime();
+    void initTestCase() { QVERIFY(m_server.IsListening()); }
+
+    void everyAnswerEndsInAClearStatus()
+    {
+        const QString refused = QStringLiteral("http://127.0.0.1:%1/").arg(ClosedPort());
+        const QStringList links{
+            m_server.Url("/ok").toString(),          m_server.Url("/moved").toString(),
+            m_server.Url("/missing").toString(),     m_server.Url("/error").toString(),
+            m_server.Url("/unavailable").toString(), m_server.Url("/nohead").toString(),
+            m_server.Url("/slow").toString(),        m_server.Url("/loop").toString(),
+            m_server.Url("/drop").toString(),        m_server.Url("/huge").toString(),
+            m_server.Url("/hugemissing").toString(), refused,
+            QStringLiteral("ok#second-look"),        QStringLiteral("mailto:ann@x.org"),
+            QStringLiteral("http://s.com:99999/"),   QString(),
+        };
+        const QStringList expected{
+            "OK 200",
+            "Moved → " + m_server.Url("/ok").toString(),
+            "Broken 404",
+            "Server error 500",
+            "Server error 503",
+            "OK 200",
+            "Timed out",
+            "Redirect loop",
+            "Unreachable: connection closed without an answer",
+            "OK 200",
+            "Broken 404",
+            "Unreachable: connection refused",
+            "OK 200",
+            "Not checked (mailto)",
+            "Malformed: bad port",
+            "No address",
+        };
+
+        LinkTableModel model;
+        model.SetTimeout(600ms);
+        QSignalSpy finished(&model, &LinkTableModel::Finished);
+        model.SetLinks(links);
+        model.SetBase(m_server.Url("/").toString(), QString());
+        QCOMPARE(model.rowCount(), links.size());
+        QCOMPARE(model.index(0, LinkTableModel::LinkColumn).data().toString(),
+                 QStringLiteral("Shape #1"));
+        QCOMPARE(model.index(15, LinkTableModel::LinkColumn).data().toString(),
+                 QStringLiteral("Default area"));
+        QCOMPARE(model.index(12, LinkTableModel::AddressColumn).data().toString(),
+                 m_server.Url("/ok#second-look").toString());
+        // Listing the links asks nobody anything.
+        QTest::qWait(50);
+        QCOMPARE(m_server.TotalRequests(), 0);
+        QCOMPARE(StatusOf(model, 0), QString());
+        QCOMPARE(StatusOf(model, 13), QStringLiteral("Not checked (mailto)"));
+        QCOMPARE(model.Summary(),
+                 QStringLiteral("16 links: 1 broken, 2 not checked, 13 to check."));
+
+        model.CheckAll();
+        QVERIFY(model.IsChecking());
+        QCOMPARE(StatusOf(model, 0), QStringLiteral("Checking…"));
+        QVERIFY(model.Summary().startsWith(QStringLiteral("Checking… 16 links: ")));
+        QVERIFY(WaitUntilFinished(model, finished));
+        QCOMPARE(finished.size(), 1);
+        for (int row = 0; row < links.size(); ++row)
+            QCOMPARE(StatusOf(model, row), expected[row]);
+        QCOMPARE(model.BrokenCount(), 9);
+        QCOMPARE(model.Summary(),
+                 QStringLiteral("16 links: 9 broken, 4 OK, 1 moved, 2 not checked."));
+        QVERIFY(model.index(2, 0).data(Qt::BackgroundRole).isValid());
+        QVERIFY(!model.index(0, 0).data(Qt::BackgroundRole).isValid());
+
+        // HEAD first, GET only where HEAD was refused; one request for the two rows that
+        // differ only in their fragment.
+        QCOMPARE(m_server.Requests("HEAD /nohead"), 1);
+        QCOMPARE(m_server.Requests("GET /nohead"), 1);
+        QCOMPARE(m_server.Requests("GET /ok"), 0);
+        QCOMPARE(m_server.Requests("HEAD /ok"), 2); // the row, and the end of /moved
+        // The loop was seen, not run round until some limit.
+        QCOMPARE(m_server.Requests("HEAD /loop"), 1);
+        QCOMPARE(m_server.Requests("HEAD /loop2"), 1);
+        // No body is read: the endless ones stop right after their headers.
+        QTest::qWait(100);
+        QVERIFY2(m_server.HugeBytesSent() < 8 * 1024 * 1024,
+                 QByteArray::number(m_server.HugeBytesSent()));
+    }
+
+    void editedRowIsCheckedAgain()
+    {
+        LinkTableModel model;
+        QSignalSpy finished(&model, &LinkTableModel::Finished);
+        model.SetLinks({m_server.Url("/missing").toString(), QString()});
+        model.CheckAll();
+        QVERIFY(WaitUntilFinished(model, finished));
+        QCOMPARE(StatusOf(model, 0), QStringLiteral("Broken 404"));
+
+        model.SetLink(0, QStringLiteral("ok"));
+        // Relative to nothing until a base is given.
+        QCOMPARE(StatusOf(model, 0), QStringLiteral("Not checked (relative, no base URL)"));
+        model.SetBase(m_server.Url("/").toString(), QString());
+        QCOMPARE(StatusOf(model, 0), QString());
+        model.CheckRow(0);
+        QVERIFY(WaitUntilFinished(model, finished));
+        QCOMPARE(StatusOf(model, 0), QStringLiteral("OK 200"));
+        QCOMPARE(model.index(0, LinkTableModel::UrlColumn).data().toString(), QStringLiteral("ok"));
+        QCOMPARE(model.BrokenCount(), 0);
+        // A new base forgets what was learnt under the old one.
+        model.SetBase(QStringLiteral("http://127.0.0.1:1/"), QString());
+        QCOMPARE(StatusOf(model, 0), QString());
+        QCOMPARE(model.index(0, LinkTableModel::AddressColumn).data().toString(),
+                 QStringLiteral("http://127.0.0.1:1/ok"));
+    }
+
+    void cancelStopsTheChecksInFlight()
+    {
+        const int asked = m_server.Requests("HEAD /slow");
+        auto model = std::make_unique<LinkTableModel>();
+        QSignalSpy finished(model.get(), &LinkTableModel::Finished);
+        model->SetLinks({m_server.Url("/slow").toString(), m_server.Url("/ok?cancel").toString()});
+        model->CheckAll();
+        QTRY_COMPARE(m_server.Requests("HEAD /slow"), asked + 1);
+        model->Cancel();
+        QVERIFY(!model->IsChecking());
+        QCOMPARE(StatusOf(*model, 0), QString());
+        QTest::qWait(100);
+        QCOMPARE(finished.size(), 0);
+        // Checking again after a cancel works, and so does dropping the model mid-check.
+        model->CheckAll();
+        QTRY_COMPARE(m_server.Requests("HEAD /slow"), asked + 2);
+        model.reset();
+        QTest::qWait(50);
+    }
+
+    void manyLinksAreCheckedAFewAtATime()
+    {
+        QStringList links;
+        for (int i = 0; i < 300; ++i)
+            links << m_server.Url(QStringLiteral("/ok?n=%1").arg(i)).toString();
+        links << QString();
+        LinkTableModel model;
+        QSignalSpy finished(&model, &LinkTableModel::Finished);
+        model.SetLinks(links);
+        model.CheckAll();
+        QVERIFY(WaitUntilFinished(model, finished));
+        QCOMPARE(model.Summary(), QStringLiteral("301 links: 0 broken, 300 OK, 1 not checked."));
+        QVERIFY(m_server.MaxOpenConnections() <= 6);
+        QCOMPARE(m_server.Requests("HEAD /ok?n=299"), 1);
+    }
 
 private:
     LocalHttpServer m_server;
 };
-
-void TestLinkChecker::initTestCase()
-{
-    QVERIFY(m_server.IsListening());
-}
-
-void TestLinkChecker::everyAnswerEndsInAClearStatus()
-{
-    const QString refused = QStringLiteral("http://127.0.0.1:%1/").arg(ClosedPort());
-    const QStringList links{
-        m_server.Url("/ok").toString(),          m_server.Url("/moved").toString(),
-        m_server.Url("/missing").toString(),     m_server.Url("/error").toString(),
-        m_server.Url("/unavailable").toString(), m_server.Url("/nohead").toString(),
-        m_server.Url("/slow").toString(),        m_server.Url("/loop").toString(),
-        m_server.Url("/drop").toString(),        m_server.Url("/huge").toString(),
-        m_server.Url("/hugemissing").toString(), refused,
-        QStringLiteral("ok#second-look"),        QStringLiteral("mailto:ann@x.org"),
-        QStringLiteral("http://s.com:99999/"),   QString(),
-    };
-    const QStringList expected{
-        "OK 200",
-        "Moved → " + m_server.Url("/ok").toString(),
-        "Broken 404",
-        "Server error 500",
-        "Server error 503",
-        "OK 200",
-        "Timed out",
-        "Redirect loop",
-        "Unreachable: connection closed without an answer",
-        "OK 200",
-        "Broken 404",
-        "Unreachable: connection refused",
-        "OK 200",
-        "Not checked (mailto)",
-        "Malformed: bad port",
-        "No address",
-    };
-
-    LinkTableModel model;
-    model.SetTimeout(600ms);
-    QSignalSpy finished(&model, &LinkTableModel::Finished);
-    model.SetLinks(links);
-    model.SetBase(m_server.Url("/").toString(), QString());
-    QCOMPARE(model.rowCount(), links.size());
-    QCOMPARE(model.index(0, LinkTableModel::LinkColumn).data().toString(),
-             QStringLiteral("Shape #1"));
-    QCOMPARE(model.index(15, LinkTableModel::LinkColumn).data().toString(),
-             QStringLiteral("Default area"));
-    QCOMPARE(model.index(12, LinkTableModel::AddressColumn).data().toString(),
-             m_server.Url("/ok#second-look").toString());
-    // Listing the links asks nobody anything.
-    QTest::qWait(50);
-    QCOMPARE(m_server.TotalRequests(), 0);
-    QCOMPARE(StatusOf(model, 0), QString());
-    QCOMPARE(StatusOf(model, 13), QStringLiteral("Not checked (mailto)"));
-    QCOMPARE(model.Summary(), QStringLiteral("16 links: 1 broken, 2 not checked, 13 to check."));
-
-    model.CheckAll();
-    QVERIFY(model.IsChecking());
-    QCOMPARE(StatusOf(model, 0), QStringLiteral("Checking…"));
-    QVERIFY(model.Summary().startsWith(QStringLiteral("Checking… 16 links: ")));
-    QVERIFY(WaitUntilFinished(model, finished));
-    QCOMPARE(finished.size(), 1);
-    for (int row = 0; row < links.size(); ++row)
-        QCOMPARE(StatusOf(model, row), expected[row]);
-    QCOMPARE(model.BrokenCount(), 9);
-    QCOMPARE(model.Summary(), QStringLiteral("16 links: 9 broken, 4 OK, 1 moved, 2 not checked."));
-    QVERIFY(model.index(2, 0).data(Qt::BackgroundRole).isValid());
-    QVERIFY(!model.index(0, 0).data(Qt::BackgroundRole).isValid());
-
-    // HEAD first, GET only where HEAD was refused; one request for the two rows that
-    // differ only in their fragment.
-    QCOMPARE(m_server.Requests("HEAD /nohead"), 1);
-    QCOMPARE(m_server.Requests("GET /nohead"), 1);
-    QCOMPARE(m_server.Requests("GET /ok"), 0);
-    QCOMPARE(m_server.Requests("HEAD /ok"), 2); // the row, and the end of /moved
-    // The loop was seen, not run round until some limit.
-    QCOMPARE(m_server.Requests("HEAD /loop"), 1);
-    QCOMPARE(m_server.Requests("HEAD /loop2"), 1);
-    // No body is read: the endless ones stop right after their headers.
-    QTest::qWait(100);
-    QVERIFY2(m_server.HugeBytesSent() < 8 * 1024 * 1024,
-             QByteArray::number(m_server.HugeBytesSent()));
-}
-
-void TestLinkChecker::editedRowIsCheckedAgain()
-{
-    LinkTableModel model;
-    QSignalSpy finished(&model, &LinkTableModel::Finished);
-    model.SetLinks({m_server.Url("/missing").toString(), QString()});
-    model.CheckAll();
-    QVERIFY(WaitUntilFinished(model, finished));
-    QCOMPARE(StatusOf(model, 0), QStringLiteral("Broken 404"));
-
-    model.SetLink(0, QStringLiteral("ok"));
-    // Relative to nothing until a base is given.
-    QCOMPARE(StatusOf(model, 0), QStringLiteral("Not checked (relative, no base URL)"));
-    model.SetBase(m_server.Url("/").toString(), QString());
-    QCOMPARE(StatusOf(model, 0), QString());
-    model.CheckRow(0);
-    QVERIFY(WaitUntilFinished(model, finished));
-    QCOMPARE(StatusOf(model, 0), QStringLiteral("OK 200"));
-    QCOMPARE(model.index(0, LinkTableModel::UrlColumn).data().toString(), QStringLiteral("ok"));
-    QCOMPARE(model.BrokenCount(), 0);
-    // A new base forgets what was learnt under the old one.
-    model.SetBase(QStringLiteral("http://127.0.0.1:1/"), QString());
-    QCOMPARE(StatusOf(model, 0), QString());
-    QCOMPARE(model.index(0, LinkTableModel::AddressColumn).data().toString(),
-             QStringLiteral("http://127.0.0.1:1/ok"));
-}
-
-void TestLinkChecker::cancelStopsTheChecksInFlight()
-{
-    const int asked = m_server.Requests("HEAD /slow");
-    auto model = std::make_unique<LinkTableModel>();
-    QSignalSpy finished(model.get(), &LinkTableModel::Finished);
-    model->SetLinks({m_server.Url("/slow").toString(), m_server.Url("/ok?cancel").toString()});
-    model->CheckAll();
-    QTRY_COMPARE(m_server.Requests("HEAD /slow"), asked + 1);
-    model->Cancel();
-    QVERIFY(!model->IsChecking());
-    QCOMPARE(StatusOf(*model, 0), QString());
-    QTest::qWait(100);
-    QCOMPARE(finished.size(), 0);
-    // Checking again after a cancel works, and so does dropping the model mid-check.
-    model->CheckAll();
-    QTRY_COMPARE(m_server.Requests("HEAD /slow"), asked + 2);
-    model.reset();
-    QTest::qWait(50);
-}
-
-void TestLinkChecker::manyLinksAreCheckedAFewAtATime()
-{
-    QStringList links;
-    for (int i = 0; i < 300; ++i)
-        links << m_server.Url(QStringLiteral("/ok?n=%1").arg(i)).toString();
-    links << QString();
-    LinkTableModel model;
-    QSignalSpy finished(&model, &LinkTableModel::Finished);
-    model.SetLinks(links);
-    model.CheckAll();
-    QVERIFY(WaitUntilFinished(model, finished));
-    QCOMPARE(model.Summary(), QStringLiteral("301 links: 0 broken, 300 OK, 1 not checked."));
-    QVERIFY(m_server.MaxOpenConnections() <= 6);
-    QCOMPARE(m_server.Requests("HEAD /ok?n=299"), 1);
-}
 
 QTEST_GUILESS_MAIN(TestLinkChecker)
 #include "tst_linkchecker.moc"

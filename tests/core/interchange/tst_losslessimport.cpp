@@ -35,28 +35,10 @@ QStringList Describe(const MapDocument& d)
 // A random text: plain letters mixed with everything that needs care in HTML and scripts.
 QString RandomText(QRandomGenerator& random, bool allowEmpty = true)
 {
-    static const QStringList pieces{"a",
-                                    "Zz",
-                                    " ",
-                                    "&",
-                                    "&amp;",
-                                    "\"",
-                                    "'",
-                                    "<",
-                                    ">",
-                                    "\\",
-                                    "\n",
-                                    "\r",
-                                    "\r\n",
-                                    "\t",
-                                    QString::fromUtf8("\xc3\xa9"),
-                                    QString::fromUtf8("\xe2\x80\xa8"),
-                                    QString::fromUtf8("\xf0\x9f\x98\x80"),
-                                    "&#39;",
-                                    "--",
-                                    "</map>",
-                                    "alert('x')",
-                                    "%20"};
+    static const QStringList pieces =
+        QString::fromUtf8("a|Zz| |&|&amp;|\"|'|<|>|\\|\n|\r|\r\n|\t|\xc3\xa9|\xe2\x80\xa8|"
+                          "\xf0\x9f\x98\x80|&#39;|--|</map>|alert('x')|%20")
+            .split(QLatin1Char('|'));
     const int length = random.bounded(allowEmpty ? 0 : 1, 6);
     QString text;
     for (int i = 0; i < length; ++i)
@@ -123,193 +105,189 @@ class TestLosslessImport : public QObject
 {
     Q_OBJECT
 private slots:
-    void html5OutputComesBackTheSame();
-    void markupAsWritten_data();
-    void markupAsWritten();
-    void classicCodeKeepsStatusAndAlert();
-    void severalMaps();
-    void failuresNameTheProblem_data();
-    void failuresNameTheProblem();
-    void addingKeepsTheCurrentShapes();
-    void deepNestingIsRefusedShallowIsRead();
-};
+    void html5OutputComesBackTheSame()
+    {
+        for (quint32 seed = 1; seed <= 60; ++seed) {
+            MapDocument original = RandomDocument(seed);
+            const QString code = FormattedMapCode::Generate(original, MapFormat::Html5,
+                                                            MapCodeGenerator::Form::Viewing)
+                                     .Text;
+            const LosslessImporter::Result result = Convert(code);
+            QVERIFY2(result.ok, qPrintable(result.message));
+            MapDocument imported;
+            imported.MapName = QStringLiteral("before");
+            imported.DefTarget = QStringLiteral("stale");
+            QVERIFY(LosslessImporter::Apply(result, imported, false));
+            QCOMPARE(Describe(imported), Describe(original));
+        }
+    }
 
-void TestLosslessImport::html5OutputComesBackTheSame()
-{
-    for (quint32 seed = 1; seed <= 60; ++seed) {
-        MapDocument original = RandomDocument(seed);
-        const QString code =
-            FormattedMapCode::Generate(original, MapFormat::Html5, MapCodeGenerator::Form::Viewing)
-                .Text;
-        const LosslessImporter::Result result = Convert(code);
-        QVERIFY2(result.ok, qPrintable(result.message));
+    void markupAsWritten_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("shape"); // Describe() line of shape 0
+        QTest::newRow("letter case kept") << "<MAP NAME=Nav><AREA SHAPE=RECT COORDS=1,2,3,4 "
+                                             "HREF=\"Page.HTM\" ALT=\"Home Page\"></MAP>"
+                                          << "1|1,2,3,2,3,4,1,4|Page.HTM|Home Page|||0|";
+        QTest::newRow("entities decoded, single quotes, unquoted values")
+            << "<map name='n'><area shape=circle coords='10,10,5' href=a.htm?x=1&amp;y=2 "
+               "alt='Caf&eacute; &quot;x&quot; &#39;y&#39;' target=_top></map>"
+            << QString::fromUtf8(
+                   "0|5,5,15,5,15,15,5,15|a.htm?x=1&y=2|Caf\xc3\xa9 \"x\" 'y'|_top||0|");
+        QTest::newRow("title is the status, onclick the alert")
+            << "<map name=n><area shape=poly coords=\"1,1, 9,1 5,8,\" href=x title=\"Hi "
+               "&lt;you&gt;\" "
+               "onclick=\"alert('it\\'s\\n&quot;ok&quot;')\"></map>"
+            << "2|1,1,9,1,5,8|x|||Hi <you>|1|it's\n\"ok\"";
+        QTest::newRow("nohref and no shape keyword")
+            << "<map name=n><area coords=\"0,0,5,5\" nohref alt=\"\"></map>"
+            << "1|0,0,5,0,5,5,0,5|||||0|";
+        QTest::newRow("decimal coordinates round half to even")
+            << "<map name=n><area shape=rect coords=\"0.5,1.5,2.5,3.49\" href=x></map>"
+            << "1|0,2,2,2,2,3,0,3|x||||0|";
+    }
+
+    void markupAsWritten()
+    {
+        QFETCH(QString, code);
+        QFETCH(QString, shape);
+        MapDocument d;
+        QVERIFY(LosslessImporter::Apply(Convert(code), d, false));
+        QCOMPARE(Describe(d).at(1), shape);
+    }
+
+    void classicCodeKeepsStatusAndAlert()
+    {
+        MapDocument original;
+        AddShapeRow(original, "1|10,20,30,20,30,40,10,40|Page.htm|Ann's page|_blank|It's here|1|"
+                              "Don't!");
+        const QString classic =
+            MapCodeGenerator::GenerateMapCode(original, MapCodeGenerator::Form::Viewing);
         MapDocument imported;
-        imported.MapName = QStringLiteral("before");
-        imported.DefTarget = QStringLiteral("stale");
-        QVERIFY(LosslessImporter::Apply(result, imported, false));
+        QVERIFY(LosslessImporter::Apply(Convert(classic), imported, false));
         QCOMPARE(Describe(imported), Describe(original));
     }
-}
 
-void TestLosslessImport::markupAsWritten_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("shape"); // Describe() line of shape 0
-    QTest::newRow("letter case kept") << "<MAP NAME=Nav><AREA SHAPE=RECT COORDS=1,2,3,4 "
-                                         "HREF=\"Page.HTM\" ALT=\"Home Page\"></MAP>"
-                                      << "1|1,2,3,2,3,4,1,4|Page.HTM|Home Page|||0|";
-    QTest::newRow("entities decoded, single quotes, unquoted values")
-        << "<map name='n'><area shape=circle coords='10,10,5' href=a.htm?x=1&amp;y=2 "
-           "alt='Caf&eacute; &quot;x&quot; &#39;y&#39;' target=_top></map>"
-        << QString::fromUtf8("0|5,5,15,5,15,15,5,15|a.htm?x=1&y=2|Caf\xc3\xa9 \"x\" 'y'|_top||0|");
-    QTest::newRow("title is the status, onclick the alert")
-        << "<map name=n><area shape=poly coords=\"1,1, 9,1 5,8,\" href=x title=\"Hi &lt;you&gt;\" "
-           "onclick=\"alert('it\\'s\\n&quot;ok&quot;')\"></map>"
-        << "2|1,1,9,1,5,8|x|||Hi <you>|1|it's\n\"ok\"";
-    QTest::newRow("nohref and no shape keyword")
-        << "<map name=n><area coords=\"0,0,5,5\" nohref alt=\"\"></map>"
-        << "1|0,0,5,0,5,5,0,5|||||0|";
-    QTest::newRow("decimal coordinates round half to even")
-        << "<map name=n><area shape=rect coords=\"0.5,1.5,2.5,3.49\" href=x></map>"
-        << "1|0,2,2,2,2,3,0,3|x||||0|";
-}
+    void severalMaps()
+    {
+        const QString code = "<p>Two maps</p><map name=\"first\"><area shape=rect coords=1,1,2,2 "
+                             "href=a></map>\n<div><map id=\"second\"><area shape=rect "
+                             "coords=3,3,4,4 href=b><area shape=default href=c></map></div>";
+        QString refusal;
+        const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(code, refusal);
+        QVERIFY(refusal.isEmpty());
+        QCOMPARE(maps.size(), std::size_t(2));
+        QCOMPARE(maps[0].name, QStringLiteral("first"));
+        QCOMPARE(maps[1].name, QStringLiteral("second"));
+        const LosslessImporter::Result result = LosslessImporter::Convert(maps, 1, MapDocument());
+        QVERIFY(result.ok);
+        QCOMPARE(result.MapName, QStringLiteral("second"));
+        QCOMPARE(result.shapes.size(), std::size_t(1));
+        QCOMPARE(result.shapes[0].URL, QStringLiteral("b"));
+        QCOMPARE(result.DefURL, QStringLiteral("c"));
+        // The first is taken when nobody chooses.
+        QCOMPARE(Convert(code).MapName, QStringLiteral("first"));
 
-void TestLosslessImport::markupAsWritten()
-{
-    QFETCH(QString, code);
-    QFETCH(QString, shape);
-    MapDocument d;
-    QVERIFY(LosslessImporter::Apply(Convert(code), d, false));
-    QCOMPARE(Describe(d).at(1), shape);
-}
+        // Map code inside a script or a comment is no map, as in a browser.
+        const QString hidden =
+            "<script>document.write('<map name=s><area coords=1,1,2,2>')</script>"
+            "<!-- <map name=c><area coords=1,1,2,2> --><textarea><map name=t>"
+            "</textarea><map name=real><area coords=0,0,1,1 href=r></map>";
+        const std::vector<HtmlMapReader::Map> real = HtmlMapReader::ReadMaps(hidden, refusal);
+        QCOMPARE(real.size(), std::size_t(1));
+        QCOMPARE(real[0].name, QStringLiteral("real"));
+    }
 
-void TestLosslessImport::classicCodeKeepsStatusAndAlert()
-{
-    MapDocument original;
-    AddShapeRow(original, "1|10,20,30,20,30,40,10,40|Page.htm|Ann's page|_blank|It's here|1|"
-                          "Don't!");
-    const QString classic =
-        MapCodeGenerator::GenerateMapCode(original, MapCodeGenerator::Form::Viewing);
-    MapDocument imported;
-    QVERIFY(LosslessImporter::Apply(Convert(classic), imported, false));
-    QCOMPARE(Describe(imported), Describe(original));
-}
-
-void TestLosslessImport::severalMaps()
-{
-    const QString code = "<p>Two maps</p><map name=\"first\"><area shape=rect coords=1,1,2,2 "
-                         "href=a></map>\n<div><map id=\"second\"><area shape=rect "
-                         "coords=3,3,4,4 href=b><area shape=default href=c></map></div>";
-    QString refusal;
-    const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(code, refusal);
-    QVERIFY(refusal.isEmpty());
-    QCOMPARE(maps.size(), std::size_t(2));
-    QCOMPARE(maps[0].name, QStringLiteral("first"));
-    QCOMPARE(maps[1].name, QStringLiteral("second"));
-    const LosslessImporter::Result result = LosslessImporter::Convert(maps, 1, MapDocument());
-    QVERIFY(result.ok);
-    QCOMPARE(result.MapName, QStringLiteral("second"));
-    QCOMPARE(result.shapes.size(), std::size_t(1));
-    QCOMPARE(result.shapes[0].URL, QStringLiteral("b"));
-    QCOMPARE(result.DefURL, QStringLiteral("c"));
-    // The first is taken when nobody chooses.
-    QCOMPARE(Convert(code).MapName, QStringLiteral("first"));
-
-    // Map code inside a script or a comment is no map, as in a browser.
-    const QString hidden = "<script>document.write('<map name=s><area coords=1,1,2,2>')</script>"
-                           "<!-- <map name=c><area coords=1,1,2,2> --><textarea><map name=t>"
-                           "</textarea><map name=real><area coords=0,0,1,1 href=r></map>";
-    const std::vector<HtmlMapReader::Map> real = HtmlMapReader::ReadMaps(hidden, refusal);
-    QCOMPARE(real.size(), std::size_t(1));
-    QCOMPARE(real[0].name, QStringLiteral("real"));
-}
-
-void TestLosslessImport::failuresNameTheProblem_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("no map") << "<area shape=rect coords=1,1,2,2>"
-                            << "Map tag not found.";
-    QTest::newRow("empty text") << ""
+    void failuresNameTheProblem_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no map") << "<area shape=rect coords=1,1,2,2>"
                                 << "Map tag not found.";
-    QTest::newRow("map without areas") << "<map name=x></map><area coords=1,2,3,4>"
-                                       << "No shape objects found.";
-    QTest::newRow("only a default area") << "<map name=x><area shape=default href=a></map>"
-                                         << "No shape objects found.";
-    QTest::newRow("coordinates that are no numbers")
-        << "<map name=x><area shape=rect coords=1,1,2,2><area shape=rect coords=\"1,a,2,2\"></map>"
-        << "Area #2 has coordinates that cannot be read: \"1,a,2,2\".";
-    QTest::newRow("too few coordinates") << "<map name=x><area shape=circle coords=\"5,5\"></map>"
-                                         << "Area #1 has coordinates that cannot be read: \"5,5\".";
-    QTest::newRow("number too big")
-        << "<map name=x><area shape=rect coords=\"1,1,9e99,2\"></map>"
-        << "Area #1 has coordinates that cannot be read: \"1,1,9e99,2\".";
-}
+        QTest::newRow("empty text") << ""
+                                    << "Map tag not found.";
+        QTest::newRow("map without areas") << "<map name=x></map><area coords=1,2,3,4>"
+                                           << "No shape objects found.";
+        QTest::newRow("only a default area") << "<map name=x><area shape=default href=a></map>"
+                                             << "No shape objects found.";
+        QTest::newRow("coordinates that are no numbers")
+            << "<map name=x><area shape=rect coords=1,1,2,2><area shape=rect "
+               "coords=\"1,a,2,2\"></map>"
+            << "Area #2 has coordinates that cannot be read: \"1,a,2,2\".";
+        QTest::newRow("too few coordinates")
+            << "<map name=x><area shape=circle coords=\"5,5\"></map>"
+            << "Area #1 has coordinates that cannot be read: \"5,5\".";
+        QTest::newRow("number too big")
+            << "<map name=x><area shape=rect coords=\"1,1,9e99,2\"></map>"
+            << "Area #1 has coordinates that cannot be read: \"1,1,9e99,2\".";
+    }
 
-void TestLosslessImport::failuresNameTheProblem()
-{
-    QFETCH(QString, code);
-    QFETCH(QString, message);
-    MapDocument d;
-    AddShapeRow(d, "1|1,1,5,1,5,5,1,5|keep.htm||||0|");
-    const QStringList before = Describe(d);
-    const LosslessImporter::Result result = Convert(code, d);
-    QVERIFY(!result.ok);
-    QCOMPARE(result.message, message);
-    QVERIFY(!LosslessImporter::Apply(result, d, false));
-    QCOMPARE(Describe(d), before);
-}
+    void failuresNameTheProblem()
+    {
+        QFETCH(QString, code);
+        QFETCH(QString, message);
+        MapDocument d;
+        AddShapeRow(d, "1|1,1,5,1,5,5,1,5|keep.htm||||0|");
+        const QStringList before = Describe(d);
+        const LosslessImporter::Result result = Convert(code, d);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.message, message);
+        QVERIFY(!LosslessImporter::Apply(result, d, false));
+        QCOMPARE(Describe(d), before);
+    }
 
-void TestLosslessImport::addingKeepsTheCurrentShapes()
-{
-    MapDocument d;
-    d.MapName = QStringLiteral("Mine");
-    d.DefURL = QStringLiteral("home.htm");
-    AddShapeRow(d, "1|1,1,5,1,5,5,1,5|one.htm||||0|");
-    AddShapeRow(d, "1|6,6,9,6,9,9,6,9|two.htm||||0|");
-    d.BringToTop(1);
-    const QString code = "<map name=other><area shape=rect coords=10,10,20,20 href=three.htm>"
-                         "<area shape=circle coords=30,30,5 href=four.htm></map>";
-    QVERIFY(LosslessImporter::Apply(Convert(code, d), d, true));
-    QCOMPARE(d.ItemCount(), std::int16_t(3));
-    QCOMPARE(d.Shape(0).URL, QStringLiteral("one.htm"));
-    QCOMPARE(d.Shape(3).URL, QStringLiteral("four.htm"));
-    QCOMPARE(d.ShapeOrder(), std::vector<std::int16_t>({1, 0, 2, 3}));
-    QCOMPARE(d.Shape(1).ShapeColor, d.FocusColor);
-    QCOMPARE(d.Shape(2).ShapeColor, d.NonFocusColor);
-    // Without a default area in the code the map keeps its own, and its name.
-    QCOMPARE(d.DefURL, QStringLiteral("home.htm"));
-    QCOMPARE(d.MapName, QStringLiteral("Mine"));
+    void addingKeepsTheCurrentShapes()
+    {
+        MapDocument d;
+        d.MapName = QStringLiteral("Mine");
+        d.DefURL = QStringLiteral("home.htm");
+        AddShapeRow(d, "1|1,1,5,1,5,5,1,5|one.htm||||0|");
+        AddShapeRow(d, "1|6,6,9,6,9,9,6,9|two.htm||||0|");
+        d.BringToTop(1);
+        const QString code = "<map name=other><area shape=rect coords=10,10,20,20 href=three.htm>"
+                             "<area shape=circle coords=30,30,5 href=four.htm></map>";
+        QVERIFY(LosslessImporter::Apply(Convert(code, d), d, true));
+        QCOMPARE(d.ItemCount(), std::int16_t(3));
+        QCOMPARE(d.Shape(0).URL, QStringLiteral("one.htm"));
+        QCOMPARE(d.Shape(3).URL, QStringLiteral("four.htm"));
+        QCOMPARE(d.ShapeOrder(), std::vector<std::int16_t>({1, 0, 2, 3}));
+        QCOMPARE(d.Shape(1).ShapeColor, d.FocusColor);
+        QCOMPARE(d.Shape(2).ShapeColor, d.NonFocusColor);
+        // Without a default area in the code the map keeps its own, and its name.
+        QCOMPARE(d.DefURL, QStringLiteral("home.htm"));
+        QCOMPARE(d.MapName, QStringLiteral("Mine"));
 
-    // Past the 16-bit limit nothing is added.
-    MapDocument full;
-    for (int i = 0; i < 32767; ++i)
-        full.AddShape();
-    const LosslessImporter::Result result = Convert(code, full);
-    QVERIFY(!LosslessImporter::AddLimitMessage(result, full).isEmpty());
-    QVERIFY(!LosslessImporter::Apply(result, full, true));
-    QCOMPARE(full.ItemCount(), std::int16_t(32766));
-}
+        // Past the 16-bit limit nothing is added.
+        MapDocument full;
+        for (int i = 0; i < 32767; ++i)
+            full.AddShape();
+        const LosslessImporter::Result result = Convert(code, full);
+        QVERIFY(!LosslessImporter::AddLimitMessage(result, full).isEmpty());
+        QVERIFY(!LosslessImporter::Apply(result, full, true));
+        QCOMPARE(full.ItemCount(), std::int16_t(32766));
+    }
 
-void TestLosslessImport::deepNestingIsRefusedShallowIsRead()
-{
-    const QString map = "<map name=deep><area shape=rect coords=1,1,2,2 href=x></map>";
-    // Browsers nest 512 levels; sloppy pages with thousands of unclosed paragraphs and
-    // list items, comments and scripts full of tags are no deeper than they look.
-    QString code =
-        QStringLiteral("<div><span>").repeated(250) +
-        QStringLiteral("<p>x<li>y<br><img src=a><!-- <div><div> --><td>").repeated(5000) +
-        QStringLiteral("<script>if (a<b) document.write('<div><div>')</script>").repeated(1000) +
-        map;
-    LosslessImporter::Result result = Convert(code);
-    QVERIFY2(result.ok, qPrintable(result.message));
-    QCOMPARE(result.shapes.size(), std::size_t(1));
+    void deepNestingIsRefusedShallowIsRead()
+    {
+        const QString map = "<map name=deep><area shape=rect coords=1,1,2,2 href=x></map>";
+        // Browsers nest 512 levels; sloppy pages with thousands of unclosed paragraphs and
+        // list items, comments and scripts full of tags are no deeper than they look.
+        QString code =
+            QStringLiteral("<div><span>").repeated(250) +
+            QStringLiteral("<p>x<li>y<br><img src=a><!-- <div><div> --><td>").repeated(5000) +
+            QStringLiteral("<script>if (a<b) document.write('<div><div>')</script>")
+                .repeated(1000) +
+            map;
+        LosslessImporter::Result result = Convert(code);
+        QVERIFY2(result.ok, qPrintable(result.message));
+        QCOMPARE(result.shapes.size(), std::size_t(1));
 
-    code = QStringLiteral("<div><span>").repeated(100000) + map;
-    result = Convert(code);
-    QVERIFY(!result.ok);
-    QCOMPARE(result.message, HtmlMapReader::TooDeepMessage());
-}
+        code = QStringLiteral("<div><span>").repeated(100000) + map;
+        result = Convert(code);
+        QVERIFY(!result.ok);
+        QCOMPARE(result.message, HtmlMapReader::TooDeepMessage());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestLosslessImport)
 #include "tst_losslessimport.moc"

@@ -78,20 +78,320 @@ class TestMapFile : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void writesExactBytes_data();
-    void writesExactBytes();
-    void readsBackWhatItWrote();
-    void refusesBrokenFiles_data();
-    void refusesBrokenFiles();
-    void findsMovedPictureBesideTheMap_data();
-    void findsMovedPictureBesideTheMap();
-    void textEncodings_data();
-    void textEncodings();
-    void readsEveryFormOfValue_data();
-    void readsEveryFormOfValue();
-    void failedSaveLeavesPreviousFileWhole();
-    void saveKeepsPermissionsAndSparesReadOnlyFiles();
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QImage picture(8, 6, QImage::Format_RGB32);
+        picture.fill(Qt::darkCyan);
+        QVERIFY(picture.save(m_dir.filePath(QStringLiteral("pic.png"))));
+    }
+
+    void writesExactBytes_data()
+    {
+        QTest::addColumn<bool>("withShapes");
+        QTest::addColumn<QString>("shapeLines");
+        QTest::newRow("no shapes") << false << "-1 ";
+        // Each new shape goes on top: ShapeOrder is 2, 1, 0 and entry i goes with shape i.
+        QTest::newRow("one of each kind")
+            << true << " 2 |" + RectangleRow + "| 2 |" + CircleRow + "| 1 |" + PolygonRow + "| 0 ";
+    }
+
+    void writesExactBytes()
+    {
+        QFETCH(bool, withShapes);
+        QFETCH(QString, shapeLines);
+        MapDocument doc = SettingsDocument();
+        if (withShapes) {
+            AddShape(doc, RectangleRow);
+            AddShape(doc, CircleRow);
+            AddShape(doc, PolygonRow);
+        }
+        const QString header =
+            QStringLiteral("1.0.0|/maps/harbour.imp|/pics/|pic.png|Harbour| 2 | 3 | 1 | 480 | 320 "
+                           "| 240 | 160 | 1.5 "
+                           "| .5 | 255 | 1 | 4 |True|False| 11827200 | 7895160 | 197121 |");
+        const QString defaults =
+            QStringLiteral("|http://example.com/|Harbour, town|_top|Welcome|-1 |Hi");
+        const QByteArray bytes = Crlf((header + shapeLines + defaults).split(QLatin1Char('|')));
+        QCOMPARE(MapFile::MapBytes(doc, QStringLiteral("/maps/harbour.imp")), bytes);
+
+        // Line 2 records the name the map is saved under.
+        const QString path = m_dir.filePath(QStringLiteral("harbour.imp"));
+        QVERIFY(MapFile::SaveMap(doc, path).ok);
+        QCOMPARE(ReadFile(path), QByteArray(bytes).replace("/maps/harbour.imp", path.toUtf8()));
+    }
+
+    void readsBackWhatItWrote()
+    {
+        MapDocument doc = Local();
+        AddShape(doc, RectangleRow);
+        AddShape(doc, CircleRow);
+        AddShape(doc, PolygonRow);
+        doc.BringToTop(1);
+        QCOMPARE(doc.ShapeOrder(), (std::vector<std::int16_t>{1, 2, 0}));
+        const QString path = m_dir.filePath(QStringLiteral("roundtrip.imp"));
+        const MapFile::ReadResult read = MapFile::ReadMap(MapFile::MapBytes(doc, path), path);
+        QVERIFY(read.ok);
+        // The stacking order comes back as its inverse, with the new top shape in focus colour.
+        QCOMPARE(read.document.ShapeOrder(), (std::vector<std::int16_t>{2, 0, 1}));
+        QCOMPARE(read.document.Shape(2).ShapeColor, doc.FocusColor);
+        QCOMPARE(read.document.Shape(1).ShapeColor, doc.NonFocusColor);
+        doc.BringToTop(0);
+        doc.BringToTop(2);
+        QCOMPARE(MapFile::MapBytes(read.document, path), MapFile::MapBytes(doc, path));
+    }
+
+    void refusesBrokenFiles_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QStringList>("messages");
+        const QStringList valid = ValidLines();
+        const auto with = [&](int index, const QString& value) {
+            QStringList lines = valid;
+            lines[index] = value;
+            return lines;
+        };
+        const QStringList cannot{CannotLoad};
+        const QStringList noPicture{NotFound, CannotLoad};
+
+        QTest::newRow("empty file") << QStringList{} << cannot;
+        QTest::newRow("header cut short") << valid.mid(0, 10) << cannot;
+        QTest::newRow("shape record cut short") << valid.mid(0, 28) << cannot;
+        QTest::newRow("word for map style") << with(5, "three") << cannot;
+        QTest::newRow("map style out of range") << with(5, " 6 ") << cannot;
+        QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot;
+        QTest::newRow("rectangle with three points") << with(24, "10,20,110,20,110,80,") << cannot;
+        QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot;
+        QTest::newRow("huge shape count in a short file") << with(22, " 32767 ") << cannot;
+        QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot;
+        // Zoom levels no command can set: a view past the 32-bit range or of no size at all.
+        QTest::newRow("zoom 7.7E+80") << with(12, "7.7E+80") << cannot;
+        QTest::newRow("zoom 1E-300") << with(12, "1E-300") << cannot;
+        QTest::newRow("byte-order mark before a number")
+            << with(5, QChar(0xFEFF) + QString(" 2 ")) << cannot;
+        QTest::newRow("point past 32 bits")
+            << with(24, "10,20,110,20,110,80,10,2147483648,") << cannot;
+        QTest::newRow("number of 19 digits") << with(8, "1234567890123456789") << cannot;
+        QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
+        QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
+        // The picture is looked for right after its name; a later fault adds nothing.
+        QTest::newRow("picture deleted, rest cut") << with(3, "gone.png").mid(0, 6) << noPicture;
+    }
+
+    void refusesBrokenFiles()
+    {
+        QFETCH(QStringList, lines);
+        QFETCH(QStringList, messages);
+        const QByteArray bytes = lines.isEmpty() ? QByteArray() : Crlf(lines);
+        const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("lines.imp"));
+        QVERIFY(!read.ok);
+        QCOMPARE(read.messages, messages);
+        QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
+        // A zoom refused says so beside the message.
+        if (QByteArray(QTest::currentDataTag()).startsWith("zoom "))
+            QCOMPARE(read.detail,
+                     QStringLiteral("The zoom level %1 is outside the range a map can be "
+                                    "shown at (0.01 to 100).")
+                         .arg(lines[12].toDouble()));
+    }
+
+    void findsMovedPictureBesideTheMap_data()
+    {
+        QTest::addColumn<QString>("imagePath");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("folder that is gone") << m_dir.filePath("gone/") << m_dir.filePath("x.imp");
+        QTest::newRow("no folder") << QString() << QString("harbour.imp");
+        QTest::newRow("relative folder") << QString("./") << QString();
+    }
+
+    void findsMovedPictureBesideTheMap()
+    {
+        QFETCH(QString, imagePath);
+        QFETCH(QString, stored);
+        QTemporaryDir moved;
+        QVERIFY(QFile::copy(m_dir.filePath("pic.png"), moved.filePath("beside.png")));
+        QStringList lines = ValidLines();
+        lines[1] = stored;
+        lines[2] = imagePath;
+        lines[3] = QStringLiteral("beside.png");
+        QVERIFY(WriteFile(moved.filePath(QStringLiteral("moved.imp")), Crlf(lines)));
+
+        // Opened by a relative name from inside the map's folder, where "./" would happen to work.
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(moved.path()));
+        const MapFile::ReadResult read = MapFile::OpenMapFile(QStringLiteral("moved.imp"));
+        QDir::setCurrent(previous);
+        QVERIFY(read.ok);
+        QCOMPARE(read.document.ImagePath,
+                 QDir::toNativeSeparators(moved.path()) + QDir::separator());
+        QCOMPARE(read.document.ImageName, QStringLiteral("beside.png"));
+        QCOMPARE(read.document.OrigPic.size(), QSize(8, 6));
+        // The map is the file it was opened from, whatever line 2 says: a copy saved after
+        // editing must never overwrite its original.
+        QCOMPARE(read.fileName, moved.filePath(QStringLiteral("moved.imp")));
+    }
+
+    void textEncodings_data()
+    {
+        QTest::addColumn<QString>("comment");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("readBack");
+        QTest::newRow("windows-1252") << QString::fromUtf8("Caf\xc3\xa9 \xe2\x82\xac 5")
+                                      << QByteArray("Caf\xe9 \x80 5") << "";
+        QTest::newRow("beyond windows-1252") << QString::fromUtf8("\xe6\x97\xa5 caf\xc3\xa9")
+                                             << QByteArray("\xe6\x97\xa5 caf\xc3\xa9") << "";
+        // Fits the code page, but its bytes would read back as UTF-8 "é".
+        QTest::newRow("code-page bytes that look like UTF-8")
+            << QString::fromUtf8("\xc3\x83\xc2\xa9") << QByteArray("\xc3\x83\xc2\xa9") << "";
+        // A line break inside a value would shift every later line.
+        QTest::newRow("line break") << "two\r\nlines" << QByteArray("two  lines") << "two  lines";
+    }
+
+    void textEncodings()
+    {
+        QFETCH(QString, comment);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, readBack);
+        MapDocument doc = Local();
+        AddShape(doc, QString(CircleRow).replace("Beta, with a comma", comment));
+        const QByteArray written = MapFile::MapBytes(doc, QString());
+        QVERIFY(written.contains("\r\n" + bytes + "\r\n"));
+        const MapFile::ReadResult read = MapFile::ReadMap(written, m_dir.filePath("encoding.imp"));
+        QVERIFY(read.ok);
+        QCOMPARE(read.document.Shape(0).Comment, readBack.isEmpty() ? comment : readBack);
+        QCOMPARE(read.document.Shape(0).Target, QString());
+    }
+
+    void readsEveryFormOfValue_data()
+    {
+        // A line of the valid map replaced by other bytes; what the map then holds.
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<std::int32_t>("width");
+        QTest::addColumn<QString>("points");
+        QTest::addColumn<QString>("comment");
+        const QString corners = QStringLiteral("10,20 110,20 110,80 10,80");
+        const QString alpha = QStringLiteral("Alpha");
+        QTest::newRow("as written") << 8 << QByteArray(" 480 ") << 480 << corners << alpha;
+        QTest::newRow("blanks of every kind around a number")
+            << 8 << QByteArray("\t\v\f 480 \r") << 480 << corners << alpha;
+        QTest::newRow("no-break spaces around a number, UTF-8")
+            << 8 << QByteArray("\xc2\xa0") + "480\xc2\xa0" << 480 << corners << alpha;
+        QTest::newRow("no-break spaces around a number, code page")
+            << 8 << QByteArray("\xa0") + "480\xa0" << 480 << corners << alpha;
+        QTest::newRow("zeros before a number, past 18 digits")
+            << 8 << QByteArray("00000000000000000000480") << 480 << corners << alpha;
+        QTest::newRow("plus sign") << 8 << QByteArray("+480") << 480 << corners << alpha;
+        QTest::newRow("seven digits") << 8 << QByteArray("1234567") << 1234567 << corners << alpha;
+        QTest::newRow("eight digits")
+            << 8 << QByteArray("12345678") << 12345678 << corners << alpha;
+        QTest::newRow("points between blanks, a piece never taken")
+            << 24 << QByteArray("10 ,\t20,+110,20,110,80,10, 80,junk") << 480 << corners << alpha;
+        QTest::newRow("long points line, minus signs")
+            << 24 << QByteArray("-1234567,20,110,-20,1234567,80,10,8000000,") << 480
+            << QStringLiteral("-1234567,20 110,-20 1234567,80 10,8000000") << alpha;
+        QTest::newRow("point of eight digits")
+            << 24 << QByteArray("10,20,110,20,110,80,10,12345678,") << 480
+            << QStringLiteral("10,20 110,20 110,80 10,12345678") << alpha;
+        QTest::newRow("polygon without the trailing comma")
+            << 33 << QByteArray("10,40,30,5,50,40") << 480 << corners << alpha;
+        QTest::newRow("text that starts with a byte-order mark")
+            << 26 << QByteArray("\xef\xbb\xbf") + "Alpha" << 480 << corners
+            << QChar(0xFEFF) + QStringLiteral("Alpha");
+        QTest::newRow("UTF-8 text") << 26 << QByteArray("Caf\xc3\xa9") << 480 << corners
+                                    << QString::fromUtf8("Caf\xc3\xa9");
+        QTest::newRow("code-page text")
+            << 26 << QByteArray("Caf\xe9") << 480 << corners << QString::fromUtf8("Caf\xc3\xa9");
+    }
+
+    void readsEveryFormOfValue()
+    {
+        QFETCH(int, index);
+        QFETCH(QByteArray, line);
+        QFETCH(std::int32_t, width);
+        QFETCH(QString, points);
+        QFETCH(QString, comment);
+        QList<QByteArray> lines;
+        for (const QString& valid : ValidLines())
+            lines.append(valid.toUtf8());
+        lines[index] = line;
+        const QByteArray bytes = lines.join("\r\n") + "\r\n";
+        const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("forms.imp"));
+        QVERIFY(read.ok);
+        QCOMPARE(read.document.RealWidth, width);
+        QStringList corners;
+        for (const ShapePoint& p : read.document.Shape(0).Points())
+            corners.append(QStringLiteral("%1,%2").arg(p.x).arg(p.y));
+        QCOMPARE(corners.join(QLatin1Char(' ')), points);
+        QCOMPARE(read.document.Shape(0).Comment, comment);
+        // Every other value as written, whichever way its neighbours were read.
+        QCOMPARE(read.document.Shape(0).URL, QStringLiteral("http://a.example/"));
+        QCOMPARE(read.document.Shape(1).Comment, QStringLiteral("Gamma"));
+        QCOMPARE(read.document.Shape(1).Points().size(), std::size_t(3));
+        QCOMPARE(read.document.DefAlert, QStringLiteral("Hi"));
+    }
+
+    void failedSaveLeavesPreviousFileWhole()
+    {
+        // A save replaces a longer previous file entirely.
+        const QString path = m_dir.filePath(QStringLiteral("whole.imp"));
+        QVERIFY(WriteFile(path, QByteArray(100000, 'x')));
+        const MapDocument first = SettingsDocument();
+        QVERIFY(MapFile::SaveMap(first, path).ok);
+        const QByteArray previous = MapFile::MapBytes(first, path);
+        QCOMPARE(ReadFile(path), previous);
+
+        // A file-size limit makes the write fail part way, as a full disk would.
+        MapDocument doc = SettingsDocument();
+        doc.MapName = QString(4096, QLatin1Char('m'));
+        MapFile::WriteResult saved;
+        {
+            const FileSizeLimit limit(1024);
+            QVERIFY(limit.Active());
+            saved = MapFile::SaveMap(doc, path);
+        }
+        QVERIFY(!saved.ok);
+        QCOMPARE(saved.message,
+                 QStringLiteral("There was an error while trying to save the file."));
+        // The cause comes beside the message, in the system's words.
+        QCOMPARE(saved.detail, QStringLiteral("File too large"));
+        QCOMPARE(ReadFile(path), previous);
+        QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files),
+                 QStringList{"whole.imp"});
+    }
+
+    void saveKeepsPermissionsAndSparesReadOnlyFiles()
+    {
+        // The owner's, group's and others' bits; the "user" bits only say what we may do.
+        const auto modeOf = [](const QString& path) {
+            return QFile::permissions(path) &
+                   ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+        };
+        const MapDocument doc = SettingsDocument();
+        const QString shared = m_dir.filePath(QStringLiteral("shared.imp"));
+        QVERIFY(WriteFile(shared, "old"));
+        const QFile::Permissions ownerAndGroup =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(shared, ownerAndGroup));
+        QVERIFY(MapFile::SaveMap(doc, shared).ok);
+        QCOMPARE(ReadFile(shared), MapFile::MapBytes(doc, shared));
+        QCOMPARE(modeOf(shared), ownerAndGroup);
+
+        // Read-only is refused, for root too, and the file stays as it was.
+        const QString locked = m_dir.filePath(QStringLiteral("locked.imp"));
+        QVERIFY(WriteFile(locked, "old"));
+        const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(QFile::setPermissions(locked, readOnly));
+        const MapFile::WriteResult refused = MapFile::SaveMap(doc, locked);
+        QVERIFY(!refused.ok);
+        QCOMPARE(refused.message,
+                 QStringLiteral("There was an error while trying to save the file."));
+        QCOMPARE(refused.detail, QStringLiteral("\"%1\" is read-only.").arg(locked));
+        QCOMPARE(ReadFile(locked), QByteArray("old"));
+        QCOMPARE(modeOf(locked), readOnly);
+        QCOMPARE(QDir(m_dir.path()).entryList({"locked.imp*"}, QDir::Files),
+                 QStringList{"locked.imp"});
+    }
 
 private:
     MapDocument Local() const { return SettingsDocument(m_dir.path() + QLatin1Char('/')); }
@@ -101,14 +401,6 @@ private:
     QTemporaryDir m_dir;
 };
 
-void TestMapFile::initTestCase()
-{
-    QVERIFY(m_dir.isValid());
-    QImage picture(8, 6, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
-    QVERIFY(picture.save(m_dir.filePath(QStringLiteral("pic.png"))));
-}
-
 QStringList TestMapFile::ValidLines() const
 {
     MapDocument doc = Local();
@@ -117,309 +409,6 @@ QStringList TestMapFile::ValidLines() const
     QStringList lines = MapFile::MapText(doc, m_dir.filePath("map.imp")).split("\r\n");
     lines.removeLast();
     return lines;
-}
-
-void TestMapFile::writesExactBytes_data()
-{
-    QTest::addColumn<bool>("withShapes");
-    QTest::addColumn<QString>("shapeLines");
-    QTest::newRow("no shapes") << false << "-1 ";
-    // Each new shape goes on top: ShapeOrder is 2, 1, 0 and entry i goes with shape i.
-    QTest::newRow("one of each kind")
-        << true << " 2 |" + RectangleRow + "| 2 |" + CircleRow + "| 1 |" + PolygonRow + "| 0 ";
-}
-
-void TestMapFile::writesExactBytes()
-{
-    QFETCH(bool, withShapes);
-    QFETCH(QString, shapeLines);
-    MapDocument doc = SettingsDocument();
-    if (withShapes) {
-        AddShape(doc, RectangleRow);
-        AddShape(doc, CircleRow);
-        AddShape(doc, PolygonRow);
-    }
-    const QString header = QStringLiteral(
-        "1.0.0|/maps/harbour.imp|/pics/|pic.png|Harbour| 2 | 3 | 1 | 480 | 320 | 240 | 160 | 1.5 "
-        "| .5 | 255 | 1 | 4 |True|False| 11827200 | 7895160 | 197121 |");
-    const QString defaults =
-        QStringLiteral("|http://example.com/|Harbour, town|_top|Welcome|-1 |Hi");
-    const QByteArray bytes = Crlf((header + shapeLines + defaults).split(QLatin1Char('|')));
-    QCOMPARE(MapFile::MapBytes(doc, QStringLiteral("/maps/harbour.imp")), bytes);
-
-    // Line 2 records the name the map is saved under.
-    const QString path = m_dir.filePath(QStringLiteral("harbour.imp"));
-    QVERIFY(MapFile::SaveMap(doc, path).ok);
-    QCOMPARE(ReadFile(path), QByteArray(bytes).replace("/maps/harbour.imp", path.toUtf8()));
-}
-
-void TestMapFile::readsBackWhatItWrote()
-{
-    MapDocument doc = Local();
-    AddShape(doc, RectangleRow);
-    AddShape(doc, CircleRow);
-    AddShape(doc, PolygonRow);
-    doc.BringToTop(1);
-    QCOMPARE(doc.ShapeOrder(), (std::vector<std::int16_t>{1, 2, 0}));
-    const QString path = m_dir.filePath(QStringLiteral("roundtrip.imp"));
-    const MapFile::ReadResult read = MapFile::ReadMap(MapFile::MapBytes(doc, path), path);
-    QVERIFY(read.ok);
-    // The stacking order comes back as its inverse, with the new top shape in focus colour.
-    QCOMPARE(read.document.ShapeOrder(), (std::vector<std::int16_t>{2, 0, 1}));
-    QCOMPARE(read.document.Shape(2).ShapeColor, doc.FocusColor);
-    QCOMPARE(read.document.Shape(1).ShapeColor, doc.NonFocusColor);
-    doc.BringToTop(0);
-    doc.BringToTop(2);
-    QCOMPARE(MapFile::MapBytes(read.document, path), MapFile::MapBytes(doc, path));
-}
-
-void TestMapFile::refusesBrokenFiles_data()
-{
-    QTest::addColumn<QStringList>("lines");
-    QTest::addColumn<QStringList>("messages");
-    const QStringList valid = ValidLines();
-    const auto with = [&](int index, const QString& value) {
-        QStringList lines = valid;
-        lines[index] = value;
-        return lines;
-    };
-    const QStringList cannot{CannotLoad};
-    const QStringList noPicture{NotFound, CannotLoad};
-
-    QTest::newRow("empty file") << QStringList{} << cannot;
-    QTest::newRow("header cut short") << valid.mid(0, 10) << cannot;
-    QTest::newRow("shape record cut short") << valid.mid(0, 28) << cannot;
-    QTest::newRow("word for map style") << with(5, "three") << cannot;
-    QTest::newRow("map style out of range") << with(5, " 6 ") << cannot;
-    QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot;
-    QTest::newRow("rectangle with three points") << with(24, "10,20,110,20,110,80,") << cannot;
-    QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot;
-    QTest::newRow("huge shape count in a short file") << with(22, " 32767 ") << cannot;
-    QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot;
-    // Zoom levels no command can set: a view past the 32-bit range or of no size at all.
-    QTest::newRow("zoom 7.7E+80") << with(12, "7.7E+80") << cannot;
-    QTest::newRow("zoom 1E-300") << with(12, "1E-300") << cannot;
-    QTest::newRow("byte-order mark before a number")
-        << with(5, QChar(0xFEFF) + QString(" 2 ")) << cannot;
-    QTest::newRow("point past 32 bits") << with(24, "10,20,110,20,110,80,10,2147483648,") << cannot;
-    QTest::newRow("number of 19 digits") << with(8, "1234567890123456789") << cannot;
-    QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
-    QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
-    // The picture is looked for right after its name; a later fault adds nothing.
-    QTest::newRow("picture deleted, rest cut") << with(3, "gone.png").mid(0, 6) << noPicture;
-}
-
-void TestMapFile::refusesBrokenFiles()
-{
-    QFETCH(QStringList, lines);
-    QFETCH(QStringList, messages);
-    const QByteArray bytes = lines.isEmpty() ? QByteArray() : Crlf(lines);
-    const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("lines.imp"));
-    QVERIFY(!read.ok);
-    QCOMPARE(read.messages, messages);
-    QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
-    // A zoom refused says so beside the message.
-    if (QByteArray(QTest::currentDataTag()).startsWith("zoom "))
-        QCOMPARE(read.detail, QStringLiteral("The zoom level %1 is outside the range a map can be "
-                                             "shown at (0.01 to 100).")
-                                  .arg(lines[12].toDouble()));
-}
-
-void TestMapFile::findsMovedPictureBesideTheMap_data()
-{
-    QTest::addColumn<QString>("imagePath");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("folder that is gone") << m_dir.filePath("gone/") << m_dir.filePath("x.imp");
-    QTest::newRow("no folder") << QString() << QString("harbour.imp");
-    QTest::newRow("relative folder") << QString("./") << QString();
-}
-
-void TestMapFile::findsMovedPictureBesideTheMap()
-{
-    QFETCH(QString, imagePath);
-    QFETCH(QString, stored);
-    QTemporaryDir moved;
-    QVERIFY(QFile::copy(m_dir.filePath("pic.png"), moved.filePath("beside.png")));
-    QStringList lines = ValidLines();
-    lines[1] = stored;
-    lines[2] = imagePath;
-    lines[3] = QStringLiteral("beside.png");
-    QVERIFY(WriteFile(moved.filePath(QStringLiteral("moved.imp")), Crlf(lines)));
-
-    // Opened by a relative name from inside the map's folder, where "./" would happen to work.
-    const QString previous = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(moved.path()));
-    const MapFile::ReadResult read = MapFile::OpenMapFile(QStringLiteral("moved.imp"));
-    QDir::setCurrent(previous);
-    QVERIFY(read.ok);
-    QCOMPARE(read.document.ImagePath, QDir::toNativeSeparators(moved.path()) + QDir::separator());
-    QCOMPARE(read.document.ImageName, QStringLiteral("beside.png"));
-    QCOMPARE(read.document.OrigPic.size(), QSize(8, 6));
-    // The map is the file it was opened from, whatever line 2 says: a copy saved after
-    // editing must never overwrite its original.
-    QCOMPARE(read.fileName, moved.filePath(QStringLiteral("moved.imp")));
-}
-
-void TestMapFile::textEncodings_data()
-{
-    QTest::addColumn<QString>("comment");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("readBack");
-    QTest::newRow("windows-1252") << QString::fromUtf8("Caf\xc3\xa9 \xe2\x82\xac 5")
-                                  << QByteArray("Caf\xe9 \x80 5") << "";
-    QTest::newRow("beyond windows-1252") << QString::fromUtf8("\xe6\x97\xa5 caf\xc3\xa9")
-                                         << QByteArray("\xe6\x97\xa5 caf\xc3\xa9") << "";
-    // Fits the code page, but its bytes would read back as UTF-8 "é".
-    QTest::newRow("code-page bytes that look like UTF-8")
-        << QString::fromUtf8("\xc3\x83\xc2\xa9") << QByteArray("\xc3\x83\xc2\xa9") << "";
-    // A line break inside a value would shift every later line.
-    QTest::newRow("line break") << "two\r\nlines" << QByteArray("two  lines") << "two  lines";
-}
-
-void TestMapFile::textEncodings()
-{
-    QFETCH(QString, comment);
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, readBack);
-    MapDocument doc = Local();
-    AddShape(doc, QString(CircleRow).replace("Beta, with a comma", comment));
-    const QByteArray written = MapFile::MapBytes(doc, QString());
-    QVERIFY(written.contains("\r\n" + bytes + "\r\n"));
-    const MapFile::ReadResult read = MapFile::ReadMap(written, m_dir.filePath("encoding.imp"));
-    QVERIFY(read.ok);
-    QCOMPARE(read.document.Shape(0).Comment, readBack.isEmpty() ? comment : readBack);
-    QCOMPARE(read.document.Shape(0).Target, QString());
-}
-
-void TestMapFile::readsEveryFormOfValue_data()
-{
-    // A line of the valid map replaced by other bytes; what the map then holds.
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<std::int32_t>("width");
-    QTest::addColumn<QString>("points");
-    QTest::addColumn<QString>("comment");
-    const QString corners = QStringLiteral("10,20 110,20 110,80 10,80");
-    const QString alpha = QStringLiteral("Alpha");
-    QTest::newRow("as written") << 8 << QByteArray(" 480 ") << 480 << corners << alpha;
-    QTest::newRow("blanks of every kind around a number")
-        << 8 << QByteArray("\t\v\f 480 \r") << 480 << corners << alpha;
-    QTest::newRow("no-break spaces around a number, UTF-8") << 8
-                                                            << QByteArray("\xc2\xa0"
-                                                                          "480\xc2\xa0")
-                                                            << 480 << corners << alpha;
-    QTest::newRow("no-break spaces around a number, code page") << 8
-                                                                << QByteArray("\xa0"
-                                                                              "480\xa0")
-                                                                << 480 << corners << alpha;
-    QTest::newRow("zeros before a number, past 18 digits")
-        << 8 << QByteArray("00000000000000000000480") << 480 << corners << alpha;
-    QTest::newRow("plus sign") << 8 << QByteArray("+480") << 480 << corners << alpha;
-    QTest::newRow("seven digits") << 8 << QByteArray("1234567") << 1234567 << corners << alpha;
-    QTest::newRow("eight digits") << 8 << QByteArray("12345678") << 12345678 << corners << alpha;
-    QTest::newRow("points between blanks, a piece never taken")
-        << 24 << QByteArray("10 ,\t20,+110,20,110,80,10, 80,junk") << 480 << corners << alpha;
-    QTest::newRow("long points line, minus signs")
-        << 24 << QByteArray("-1234567,20,110,-20,1234567,80,10,8000000,") << 480
-        << QStringLiteral("-1234567,20 110,-20 1234567,80 10,8000000") << alpha;
-    QTest::newRow("point of eight digits")
-        << 24 << QByteArray("10,20,110,20,110,80,10,12345678,") << 480
-        << QStringLiteral("10,20 110,20 110,80 10,12345678") << alpha;
-    QTest::newRow("polygon without the trailing comma")
-        << 33 << QByteArray("10,40,30,5,50,40") << 480 << corners << alpha;
-    QTest::newRow("text that starts with a byte-order mark")
-        << 26
-        << QByteArray("\xef\xbb\xbf"
-                      "Alpha")
-        << 480 << corners << QChar(0xFEFF) + QStringLiteral("Alpha");
-    QTest::newRow("UTF-8 text") << 26 << QByteArray("Caf\xc3\xa9") << 480 << corners
-                                << QString::fromUtf8("Caf\xc3\xa9");
-    QTest::newRow("code-page text")
-        << 26 << QByteArray("Caf\xe9") << 480 << corners << QString::fromUtf8("Caf\xc3\xa9");
-}
-
-void TestMapFile::readsEveryFormOfValue()
-{
-    QFETCH(int, index);
-    QFETCH(QByteArray, line);
-    QFETCH(std::int32_t, width);
-    QFETCH(QString, points);
-    QFETCH(QString, comment);
-    QList<QByteArray> lines;
-    for (const QString& valid : ValidLines())
-        lines.append(valid.toUtf8());
-    lines[index] = line;
-    const QByteArray bytes = lines.join("\r\n") + "\r\n";
-    const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("forms.imp"));
-    QVERIFY(read.ok);
-    QCOMPARE(read.document.RealWidth, width);
-    QStringList corners;
-    for (const ShapePoint& p : read.document.Shape(0).Points())
-        corners.append(QStringLiteral("%1,%2").arg(p.x).arg(p.y));
-    QCOMPARE(corners.join(QLatin1Char(' ')), points);
-    QCOMPARE(read.document.Shape(0).Comment, comment);
-    // Every other value as written, whichever way its neighbours were read.
-    QCOMPARE(read.document.Shape(0).URL, QStringLiteral("http://a.example/"));
-    QCOMPARE(read.document.Shape(1).Comment, QStringLiteral("Gamma"));
-    QCOMPARE(read.document.Shape(1).Points().size(), std::size_t(3));
-    QCOMPARE(read.document.DefAlert, QStringLiteral("Hi"));
-}
-
-void TestMapFile::failedSaveLeavesPreviousFileWhole()
-{
-    // A save replaces a longer previous file entirely.
-    const QString path = m_dir.filePath(QStringLiteral("whole.imp"));
-    QVERIFY(WriteFile(path, QByteArray(100000, 'x')));
-    const MapDocument first = SettingsDocument();
-    QVERIFY(MapFile::SaveMap(first, path).ok);
-    const QByteArray previous = MapFile::MapBytes(first, path);
-    QCOMPARE(ReadFile(path), previous);
-
-    // A file-size limit makes the write fail part way, as a full disk would.
-    MapDocument doc = SettingsDocument();
-    doc.MapName = QString(4096, QLatin1Char('m'));
-    MapFile::WriteResult saved;
-    {
-        const FileSizeLimit limit(1024);
-        QVERIFY(limit.Active());
-        saved = MapFile::SaveMap(doc, path);
-    }
-    QVERIFY(!saved.ok);
-    QCOMPARE(saved.message, QStringLiteral("There was an error while trying to save the file."));
-    // The cause comes beside the message, in the system's words.
-    QCOMPARE(saved.detail, QStringLiteral("File too large"));
-    QCOMPARE(ReadFile(path), previous);
-    QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files), QStringList{"whole.imp"});
-}
-
-void TestMapFile::saveKeepsPermissionsAndSparesReadOnlyFiles()
-{
-    // The owner's, group's and others' bits; the "user" bits only say what we may do.
-    const auto modeOf = [](const QString& path) {
-        return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
-    };
-    const MapDocument doc = SettingsDocument();
-    const QString shared = m_dir.filePath(QStringLiteral("shared.imp"));
-    QVERIFY(WriteFile(shared, "old"));
-    const QFile::Permissions ownerAndGroup =
-        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
-    QVERIFY(QFile::setPermissions(shared, ownerAndGroup));
-    QVERIFY(MapFile::SaveMap(doc, shared).ok);
-    QCOMPARE(ReadFile(shared), MapFile::MapBytes(doc, shared));
-    QCOMPARE(modeOf(shared), ownerAndGroup);
-
-    // Read-only is refused, for root too, and the file stays as it was.
-    const QString locked = m_dir.filePath(QStringLiteral("locked.imp"));
-    QVERIFY(WriteFile(locked, "old"));
-    const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
-    QVERIFY(QFile::setPermissions(locked, readOnly));
-    const MapFile::WriteResult refused = MapFile::SaveMap(doc, locked);
-    QVERIFY(!refused.ok);
-    QCOMPARE(refused.message, QStringLiteral("There was an error while trying to save the file."));
-    QCOMPARE(refused.detail, QStringLiteral("\"%1\" is read-only.").arg(locked));
-    QCOMPARE(ReadFile(locked), QByteArray("old"));
-    QCOMPARE(modeOf(locked), readOnly);
-    QCOMPARE(QDir(m_dir.path()).entryList({"locked.imp*"}, QDir::Files), QStringList{"locked.imp"});
 }
 
 QTEST_GUILESS_MAIN(TestMapFile)

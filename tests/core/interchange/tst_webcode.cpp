@@ -74,183 +74,174 @@ class TestWebCode : public QObject
 {
     Q_OBJECT
 private slots:
-    void html5PagesPassTidy_data();
-    void html5PagesPassTidy();
-    void html5Areas_data();
-    void html5Areas();
-    void html5PictureAndEffects();
-    void svgBlockIsWellFormedWithEarlierShapesOnTop();
-    void svgBlockParsesWithControlCharacters();
-    void modernFormatsLeaveTheShapesAsTheyAre();
-    void emptyMapGivesNoCode();
-    void formatNames();
+    void html5PagesPassTidy_data()
+    {
+        QTest::addColumn<int>("which");
+        QTest::newRow("sample map") << 0;
+        QTest::newRow("every text special, every effect") << 1;
+    }
+
+    void html5PagesPassTidy()
+    {
+        QFETCH(int, which);
+        MapDocument d = which == 0 ? SampleMap() : SpecialMap();
+        QVERIFY(d.ItemCount() >= 0);
+        const FormattedMapCode code = Code(d, MapFormat::Html5, MapCodeGenerator::Form::Test);
+        const QString page = code.TestPageText(MapFormat::Html5);
+        QCOMPARE(TidyComplaints(page), QString());
+        if (which == 1) {
+            // The style block sits in the page's head.
+            QVERIFY(page.indexOf("<style>") < page.indexOf("</head>"));
+            QVERIFY(page.contains("src=\"file:///D:/web/img/pic.png\""));
+        }
+    }
+
+    void html5Areas_data()
+    {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("rectangle, no comment: empty alt")
+            << "1|30,40,10,40,10,20,30,20|a.htm||||0|"
+            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\">";
+        QTest::newRow("circle")
+            << "0|10,10,21,10,21,30,10,30|a.htm|Sun|||0|"
+            << "<area shape=\"circle\" coords=\"16,16,6\" href=\"a.htm\" alt=\"Sun\">";
+        QTest::newRow("polygon without trailing comma")
+            << "2|10,10,50,10,30,40|a.htm|x|||0|"
+            << "<area shape=\"poly\" coords=\"10,10,50,10,30,40\" href=\"a.htm\" alt=\"x\">";
+        QTest::newRow("no link: no href and no alt")
+            << "1|10,20,30,20,30,40,10,40| ||||0|"
+            << "<area shape=\"rect\" coords=\"10,20,30,40\">";
+        QTest::newRow("every text escaped; status as title; alert as onclick")
+            << "1|10,20,30,20,30,40,10,40|a.htm?x=1&y=\"2\"|<Ann's>|_blank|50% "
+               "\"off\"|1|it's\n\"ok\"\\"
+            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm?x=1&amp;y=&quot;2&quot;\" "
+               "alt=\"&lt;Ann's&gt;\" target=\"_blank\" title=\"50% &quot;off&quot;\" "
+               "onclick=\"alert('it\\'s\\n&quot;ok&quot;\\\\')\">";
+        QTest::newRow("alert switched off is not written")
+            << "1|10,20,30,20,30,40,10,40|a.htm|||x|0|hidden"
+            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\" title=\"x\">";
+    }
+
+    void html5Areas()
+    {
+        QFETCH(QString, row);
+        QFETCH(QString, expected);
+        MapDocument d;
+        AddShapeRow(d, row);
+        const QString body = Code(d, MapFormat::Html5).Body;
+        QVERIFY2(body.contains(expected + "\r\n"), qPrintable(body));
+    }
+
+    void html5PictureAndEffects()
+    {
+        MapDocument d = SpecialMap();
+        const FormattedMapCode code = Code(d, MapFormat::Html5);
+        QVERIFY(code.Body.contains("<map name=\"Special\" id=\"Special\">"));
+        QVERIFY(code.Body.contains("<img src=\"pic.png\" alt=\"" +
+                                   Nasty.toHtmlEscaped().replace("&#39;", "'") +
+                                   "\" width=\"300\" height=\"200\" usemap=\"#Special\">"));
+        // The default area comes last and covers the rest of the picture.
+        const qsizetype defaultArea = code.Body.indexOf("<area shape=\"default\" href=");
+        QVERIFY(defaultArea > code.Body.lastIndexOf("<area shape=\"poly\""));
+        // Grey until hover, x-ray while pressed, a red shadow: all on this map's class only.
+        QVERIFY(code.Head.contains(".map-Special img { filter: grayscale(100%) "
+                                   "drop-shadow(5px 5px 0 #FF0800); }"));
+        QVERIFY(code.Head.contains(
+            ".map-Special:hover img { filter: drop-shadow(5px 5px 0 #FF0800); }"));
+        QVERIFY(code.Head.contains(
+            ".map-Special:active img { filter: grayscale(100%) invert(100%) drop-shadow"));
+        QVERIFY(code.Body.startsWith("<div class=\"map-Special\">"));
+        QVERIFY(code.Text.startsWith("<!--"));
+        QVERIFY(code.Text.endsWith(code.Body));
+        QVERIFY(!code.Text.contains("filter:gray()") && !code.Text.contains("window.status"));
+
+        // Two maps on one page keep their own rules.
+        d.MapName = QStringLiteral("Other map");
+        QVERIFY(Code(d, MapFormat::Html5).Head.contains(".map-Other_map:hover img"));
+
+        // Without effects there is no style block and no comment about it.
+        MapDocument plain;
+        AddShapeRow(plain, "1|1,1,5,1,5,5,1,5|a.htm||||0|");
+        const FormattedMapCode plainCode = Code(plain, MapFormat::Html5);
+        QVERIFY(plainCode.Head.isEmpty());
+        QCOMPARE(plainCode.Text, plainCode.Body);
+    }
+
+    void svgBlockIsWellFormedWithEarlierShapesOnTop()
+    {
+        MapDocument d = SpecialMap();
+        const QString block = Code(d, MapFormat::Svg).Text;
+        QXmlStreamReader xml(block);
+        QStringList shapes;
+        QStringList labels;
+        QString viewBox;
+        while (!xml.atEnd()) {
+            xml.readNext();
+            if (!xml.isStartElement())
+                continue;
+            if (xml.name() == QLatin1String("svg"))
+                viewBox = xml.attributes().value("viewBox").toString();
+            if (xml.name() == QLatin1String("a"))
+                labels << xml.attributes().value("aria-label").toString();
+            if (QStringList{"rect", "circle", "polygon"}.contains(xml.name().toString()))
+                shapes << xml.name().toString();
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        QCOMPARE(viewBox, QStringLiteral("0 0 300 200"));
+        // Default area first (lowest), then the shapes last to first: shape 0 lies on top.
+        QCOMPARE(shapes, QStringList({"rect", "polygon", "circle", "rect"}));
+        QCOMPARE(labels.size(), 4);
+        for (const QString& label : labels)
+            QCOMPARE(label, Nasty);
+        QVERIFY(block.contains("preserveAspectRatio=\"none\""));
+        QVERIFY(block.contains("<rect x=\"10\" y=\"10\" width=\"40\" height=\"30\"/>"));
+        QVERIFY(block.contains("<polygon points=\"10,150 50,120 90,150\"/>"));
+        QVERIFY(block.contains(".map-Special a:focus"));
+    }
+
+    void svgBlockParsesWithControlCharacters()
+    {
+        // A map file may hold any character; XML has no way at all to write a control one.
+        MapDocument d = SampleMap();
+        d.Shape(0).Comment = QStringLiteral("red") + QChar(1) + QStringLiteral("house");
+        QXmlStreamReader xml(Code(d, MapFormat::Svg).Text);
+        QStringList labels;
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"a")
+                labels << xml.attributes().value("aria-label").toString();
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        QVERIFY(labels.contains(QStringLiteral("red\uFFFDhouse")));
+    }
+
+    void modernFormatsLeaveTheShapesAsTheyAre()
+    {
+        // At zoom 3 the classic form's rescale there and back may move a point; the modern
+        // forms read a copy.
+        MapDocument d;
+        AddShapeRow(d, "2|1,1,10,1,5,8|a.htm||||0|", 3.0);
+        const std::vector<ShapePoint> before = d.Shape(0).Points();
+        for (MapFormat format : {MapFormat::Html5, MapFormat::Svg})
+            Code(d, format);
+        QVERIFY(d.Shape(0).Points() == before);
+    }
+
+    void emptyMapGivesNoCode()
+    {
+        MapDocument d;
+        for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg})
+            QVERIFY(Code(d, format).Text.isEmpty());
+    }
+
+    void formatNames()
+    {
+        for (const QString& name : MapFormats::Names())
+            QCOMPARE(MapFormats::Name(*MapFormats::FromName(name)), name);
+        QCOMPARE(MapFormats::Names(), QStringList({"classic", "html5", "svg"}));
+        QVERIFY(!MapFormats::FromName("HTML5"));
+    }
 };
-
-void TestWebCode::html5PagesPassTidy_data()
-{
-    QTest::addColumn<int>("which");
-    QTest::newRow("sample map") << 0;
-    QTest::newRow("every text special, every effect") << 1;
-}
-
-void TestWebCode::html5PagesPassTidy()
-{
-    QFETCH(int, which);
-    MapDocument d = which == 0 ? SampleMap() : SpecialMap();
-    QVERIFY(d.ItemCount() >= 0);
-    const FormattedMapCode code = Code(d, MapFormat::Html5, MapCodeGenerator::Form::Test);
-    const QString page = code.TestPageText(MapFormat::Html5);
-    QCOMPARE(TidyComplaints(page), QString());
-    if (which == 1) {
-        // The style block sits in the page's head.
-        QVERIFY(page.indexOf("<style>") < page.indexOf("</head>"));
-        QVERIFY(page.contains("src=\"file:///D:/web/img/pic.png\""));
-    }
-}
-
-void TestWebCode::html5Areas_data()
-{
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("rectangle, no comment: empty alt")
-        << "1|30,40,10,40,10,20,30,20|a.htm||||0|"
-        << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\">";
-    QTest::newRow("circle")
-        << "0|10,10,21,10,21,30,10,30|a.htm|Sun|||0|"
-        << "<area shape=\"circle\" coords=\"16,16,6\" href=\"a.htm\" alt=\"Sun\">";
-    QTest::newRow("polygon without trailing comma")
-        << "2|10,10,50,10,30,40|a.htm|x|||0|"
-        << "<area shape=\"poly\" coords=\"10,10,50,10,30,40\" href=\"a.htm\" alt=\"x\">";
-    QTest::newRow("no link: no href and no alt") << "1|10,20,30,20,30,40,10,40| ||||0|"
-                                                 << "<area shape=\"rect\" coords=\"10,20,30,40\">";
-    QTest::newRow("every text escaped; status as title; alert as onclick")
-        << "1|10,20,30,20,30,40,10,40|a.htm?x=1&y=\"2\"|<Ann's>|_blank|50% \"off\"|1|it's\n\"ok\"\\"
-        << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm?x=1&amp;y=&quot;2&quot;\" "
-           "alt=\"&lt;Ann's&gt;\" target=\"_blank\" title=\"50% &quot;off&quot;\" "
-           "onclick=\"alert('it\\'s\\n&quot;ok&quot;\\\\')\">";
-    QTest::newRow("alert switched off is not written")
-        << "1|10,20,30,20,30,40,10,40|a.htm|||x|0|hidden"
-        << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\" title=\"x\">";
-}
-
-void TestWebCode::html5Areas()
-{
-    QFETCH(QString, row);
-    QFETCH(QString, expected);
-    MapDocument d;
-    AddShapeRow(d, row);
-    const QString body = Code(d, MapFormat::Html5).Body;
-    QVERIFY2(body.contains(expected + "\r\n"), qPrintable(body));
-}
-
-void TestWebCode::html5PictureAndEffects()
-{
-    MapDocument d = SpecialMap();
-    const FormattedMapCode code = Code(d, MapFormat::Html5);
-    QVERIFY(code.Body.contains("<map name=\"Special\" id=\"Special\">"));
-    QVERIFY(code.Body.contains("<img src=\"pic.png\" alt=\"" +
-                               Nasty.toHtmlEscaped().replace("&#39;", "'") +
-                               "\" width=\"300\" height=\"200\" usemap=\"#Special\">"));
-    // The default area comes last and covers the rest of the picture.
-    const qsizetype defaultArea = code.Body.indexOf("<area shape=\"default\" href=");
-    QVERIFY(defaultArea > code.Body.lastIndexOf("<area shape=\"poly\""));
-    // Grey until hover, x-ray while pressed, a red shadow: all on this map's class only.
-    QVERIFY(code.Head.contains(".map-Special img { filter: grayscale(100%) "
-                               "drop-shadow(5px 5px 0 #FF0800); }"));
-    QVERIFY(
-        code.Head.contains(".map-Special:hover img { filter: drop-shadow(5px 5px 0 #FF0800); }"));
-    QVERIFY(code.Head.contains(
-        ".map-Special:active img { filter: grayscale(100%) invert(100%) drop-shadow"));
-    QVERIFY(code.Body.startsWith("<div class=\"map-Special\">"));
-    QVERIFY(code.Text.startsWith("<!--"));
-    QVERIFY(code.Text.endsWith(code.Body));
-    QVERIFY(!code.Text.contains("filter:gray()") && !code.Text.contains("window.status"));
-
-    // Two maps on one page keep their own rules.
-    d.MapName = QStringLiteral("Other map");
-    QVERIFY(Code(d, MapFormat::Html5).Head.contains(".map-Other_map:hover img"));
-
-    // Without effects there is no style block and no comment about it.
-    MapDocument plain;
-    AddShapeRow(plain, "1|1,1,5,1,5,5,1,5|a.htm||||0|");
-    const FormattedMapCode plainCode = Code(plain, MapFormat::Html5);
-    QVERIFY(plainCode.Head.isEmpty());
-    QCOMPARE(plainCode.Text, plainCode.Body);
-}
-
-void TestWebCode::svgBlockIsWellFormedWithEarlierShapesOnTop()
-{
-    MapDocument d = SpecialMap();
-    const QString block = Code(d, MapFormat::Svg).Text;
-    QXmlStreamReader xml(block);
-    QStringList shapes;
-    QStringList labels;
-    QString viewBox;
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (!xml.isStartElement())
-            continue;
-        if (xml.name() == QLatin1String("svg"))
-            viewBox = xml.attributes().value("viewBox").toString();
-        if (xml.name() == QLatin1String("a"))
-            labels << xml.attributes().value("aria-label").toString();
-        if (QStringList{"rect", "circle", "polygon"}.contains(xml.name().toString()))
-            shapes << xml.name().toString();
-    }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    QCOMPARE(viewBox, QStringLiteral("0 0 300 200"));
-    // Default area first (lowest), then the shapes last to first: shape 0 lies on top.
-    QCOMPARE(shapes, QStringList({"rect", "polygon", "circle", "rect"}));
-    QCOMPARE(labels.size(), 4);
-    for (const QString& label : labels)
-        QCOMPARE(label, Nasty);
-    QVERIFY(block.contains("preserveAspectRatio=\"none\""));
-    QVERIFY(block.contains("<rect x=\"10\" y=\"10\" width=\"40\" height=\"30\"/>"));
-    QVERIFY(block.contains("<polygon points=\"10,150 50,120 90,150\"/>"));
-    QVERIFY(block.contains(".map-Special a:focus"));
-}
-
-void TestWebCode::svgBlockParsesWithControlCharacters()
-{
-    // A map file may hold any character; XML has no way at all to write a control one.
-    MapDocument d = SampleMap();
-    d.Shape(0).Comment = QStringLiteral("red") + QChar(1) + QStringLiteral("house");
-    QXmlStreamReader xml(Code(d, MapFormat::Svg).Text);
-    QStringList labels;
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"a")
-            labels << xml.attributes().value("aria-label").toString();
-    }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    QVERIFY(labels.contains(QStringLiteral("red\uFFFDhouse")));
-}
-
-void TestWebCode::modernFormatsLeaveTheShapesAsTheyAre()
-{
-    // At zoom 3 the classic form's rescale there and back may move a point; the modern
-    // forms read a copy.
-    MapDocument d;
-    AddShapeRow(d, "2|1,1,10,1,5,8|a.htm||||0|", 3.0);
-    const std::vector<ShapePoint> before = d.Shape(0).Points();
-    for (MapFormat format : {MapFormat::Html5, MapFormat::Svg})
-        Code(d, format);
-    QVERIFY(d.Shape(0).Points() == before);
-}
-
-void TestWebCode::emptyMapGivesNoCode()
-{
-    MapDocument d;
-    for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg})
-        QVERIFY(Code(d, format).Text.isEmpty());
-}
-
-void TestWebCode::formatNames()
-{
-    for (const QString& name : MapFormats::Names())
-        QCOMPARE(MapFormats::Name(*MapFormats::FromName(name)), name);
-    QCOMPARE(MapFormats::Names(), QStringList({"classic", "html5", "svg"}));
-    QVERIFY(!MapFormats::FromName("HTML5"));
-}
 
 QTEST_GUILESS_MAIN(TestWebCode)
 #include "tst_webcode.moc"

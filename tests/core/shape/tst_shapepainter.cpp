@@ -40,67 +40,65 @@ class TestShapePainter : public QObject
 {
     Q_OBJECT
 private slots:
-    void circleOfFrame40x20Is20x20();
-    void rectangleHatchIsAlignedToTheCanvas();
-    void unknownTypeDrawsOnlyHandles();
-    void polygonWhileDrawing();
-};
-
-void TestShapePainter::circleOfFrame40x20Is20x20()
-{
-    const QImage image = Painted(MakeShape(Circle, Corners(10, 10, 50, 30), nullptr, 1.0, Red));
-    // The circle spans columns 10..29 and rows 10..29.
-    QCOMPARE(Count(image, 30, 20, 45, 20, red), 0);
-    QVERIFY(image.pixelColor(29, 20) == red && Count(image, 19, 29, 20, 29, red) > 0);
-    // The frame is dashed, 40 by 20 (columns 10..49, rows 10..29) and hollow.
-    QVERIFY(Count(image, 49, 15, 49, 25, red) > 3 && Count(image, 49, 15, 49, 25, Qt::white) > 0);
-    QCOMPARE(Count(image, 50, 15, 50, 25, red), 0);
-    QVERIFY(Count(image, 33, 29, 44, 29, red) > 3);
-    QCOMPARE(Count(image, 15, 30, 45, 30, red), 0);
-    QCOMPARE(Count(image, 33, 12, 47, 27, red), 0);
-}
-
-// A moved shape's hatch looks the same where old and new places overlap, which is what
-// lets a drag leave that area alone.
-void TestShapePainter::rectangleHatchIsAlignedToTheCanvas()
-{
-    const QImage before = Painted(MakeShape(Rectangle, Corners(10, 10, 70, 50), nullptr, 1.0, Red));
-    const QImage after = Painted(MakeShape(Rectangle, Corners(13, 17, 73, 57), nullptr, 1.0, Red));
-    QCOMPARE(Count(before, 20, 10, 60, 10, red), 41);
-    QVERIFY(Count(before, 20, 20, 60, 40, red) > 100);
-    QCOMPARE(before.copy(20, 25, 41, 21), after.copy(20, 25, 41, 21));
-}
-
-// A type read from a file that the program does not know draws its handles alone:
-// filled in the shape's colour, rimmed in white, 9 pixels across.
-void TestShapePainter::unknownTypeDrawsOnlyHandles()
-{
-    const PatShape shape = MakeShape(5, Corners(20, 20, 70, 50), nullptr, 1.0, Red);
-    const QImage image = Painted(shape, Qt::black);
-    int blackInHandles = 0;
-    for (const ShapePoint& p : shape.Points()) {
-        QVERIFY(image.pixelColor(p.x, p.y) == red);
-        QCOMPARE(Count(image, p.x - 5, p.y, p.x + 5, p.y, Qt::white), 2);
-        blackInHandles += Count(image, p.x - 4, p.y - 4, p.x + 4, p.y + 4, Qt::black);
+    void circleOfFrame40x20Is20x20()
+    {
+        const QImage image = Painted(MakeShape(Circle, Corners(10, 10, 50, 30), nullptr, 1.0, Red));
+        // The circle spans columns 10..29 and rows 10..29.
+        QCOMPARE(Count(image, 30, 20, 45, 20, red), 0);
+        QVERIFY(image.pixelColor(29, 20) == red && Count(image, 19, 29, 20, 29, red) > 0);
+        // The frame is dashed, 40 by 20 (columns 10..49, rows 10..29) and hollow.
+        QVERIFY(Count(image, 49, 15, 49, 25, red) > 3 &&
+                Count(image, 49, 15, 49, 25, Qt::white) > 0);
+        QCOMPARE(Count(image, 50, 15, 50, 25, red), 0);
+        QVERIFY(Count(image, 33, 29, 44, 29, red) > 3);
+        QCOMPARE(Count(image, 15, 30, 45, 30, red), 0);
+        QCOMPARE(Count(image, 33, 12, 47, 27, red), 0);
     }
-    QCOMPARE(Count(image, 0, 0, 99, 79, Qt::black), 100 * 80 - 4 * 81 + blackInHandles);
-}
 
-void TestShapePainter::polygonWhileDrawing()
-{
-    PatShape shape;
-    shape.SetInfo(nullptr, Red, Polygon, 1.0, 0, 0);
-    for (const ShapePoint& p : {ShapePoint{10, 10}, ShapePoint{80, 10}, ShapePoint{80, 70}})
-        shape.AddPointToShape(p.x, p.y);
-    shape.DrawLine(80, 70, 40, 75);
-    // Open: no closing edge, no fill; the band runs from the last vertex to the pointer.
-    QCOMPARE(Count(Painted(shape), 40, 30, 75, 40, red), 0);
-    QVERIFY(Count(Painted(shape, Qt::white, true), 40, 70, 80, 75, red) > 30);
-    QCOMPARE(Count(Painted(shape, Qt::white, true), 0, 0, 99, 65, red), 0);
-    shape.AddPointToShape(12, 12);
-    QCOMPARE(Count(Painted(shape, Qt::white, true), 0, 0, 99, 79, red), 0);
-    QVERIFY(Count(Painted(shape), 40, 30, 75, 40, red) > 20);
-}
+    // A moved shape's hatch looks the same where old and new places overlap, which is what
+    // lets a drag leave that area alone.
+    void rectangleHatchIsAlignedToTheCanvas()
+    {
+        const QImage before =
+            Painted(MakeShape(Rectangle, Corners(10, 10, 70, 50), nullptr, 1.0, Red));
+        const QImage after =
+            Painted(MakeShape(Rectangle, Corners(13, 17, 73, 57), nullptr, 1.0, Red));
+        QCOMPARE(Count(before, 20, 10, 60, 10, red), 41);
+        QVERIFY(Count(before, 20, 20, 60, 40, red) > 100);
+        QCOMPARE(before.copy(20, 25, 41, 21), after.copy(20, 25, 41, 21));
+    }
+
+    // A type read from a file that the program does not know draws its handles alone:
+    // filled in the shape's colour, rimmed in white, 9 pixels across.
+    void unknownTypeDrawsOnlyHandles()
+    {
+        const PatShape shape = MakeShape(5, Corners(20, 20, 70, 50), nullptr, 1.0, Red);
+        const QImage image = Painted(shape, Qt::black);
+        int blackInHandles = 0;
+        for (const ShapePoint& p : shape.Points()) {
+            QVERIFY(image.pixelColor(p.x, p.y) == red);
+            QCOMPARE(Count(image, p.x - 5, p.y, p.x + 5, p.y, Qt::white), 2);
+            blackInHandles += Count(image, p.x - 4, p.y - 4, p.x + 4, p.y + 4, Qt::black);
+        }
+        QCOMPARE(Count(image, 0, 0, 99, 79, Qt::black), 100 * 80 - 4 * 81 + blackInHandles);
+    }
+
+    void polygonWhileDrawing()
+    {
+        PatShape shape;
+        shape.SetInfo(nullptr, Red, Polygon, 1.0, 0, 0);
+        for (const ShapePoint& p : {ShapePoint{10, 10}, ShapePoint{80, 10}, ShapePoint{80, 70}})
+            shape.AddPointToShape(p.x, p.y);
+        shape.DrawLine(80, 70, 40, 75);
+        // Open: no closing edge, no fill; the band runs from the last vertex to the pointer.
+        QCOMPARE(Count(Painted(shape), 40, 30, 75, 40, red), 0);
+        QVERIFY(Count(Painted(shape, Qt::white, true), 40, 70, 80, 75, red) > 30);
+        QCOMPARE(Count(Painted(shape, Qt::white, true), 0, 0, 99, 65, red), 0);
+        shape.AddPointToShape(12, 12);
+        QCOMPARE(Count(Painted(shape, Qt::white, true), 0, 0, 99, 79, red), 0);
+        QVERIFY(Count(Painted(shape), 40, 30, 75, 40, red) > 20);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestShapePainter)
 #include "tst_shapepainter.moc"
