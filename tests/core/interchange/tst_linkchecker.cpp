@@ -37,35 +37,29 @@ private slots:
 
     void everyAnswerEndsInAClearStatus()
     {
-        const QString refused = QStringLiteral("http://127.0.0.1:%1/").arg(ClosedPort());
-        const QStringList links{
-            m_server.Url("/ok").toString(),          m_server.Url("/moved").toString(),
-            m_server.Url("/missing").toString(),     m_server.Url("/error").toString(),
-            m_server.Url("/unavailable").toString(), m_server.Url("/nohead").toString(),
-            m_server.Url("/slow").toString(),        m_server.Url("/loop").toString(),
-            m_server.Url("/drop").toString(),        m_server.Url("/huge").toString(),
-            m_server.Url("/hugemissing").toString(), refused,
-            QStringLiteral("ok#second-look"),        QStringLiteral("mailto:ann@x.org"),
-            QStringLiteral("http://s.com:99999/"),   QString(),
-        };
-        const QStringList expected{
-            "OK 200",
-            "Moved → " + m_server.Url("/ok").toString(),
-            "Broken 404",
-            "Server error 500",
-            "Server error 503",
-            "OK 200",
-            "Timed out",
-            "Redirect loop",
-            "Unreachable: connection closed without an answer",
-            "OK 200",
-            "Broken 404",
-            "Unreachable: connection refused",
-            "OK 200",
-            "Not checked (mailto)",
-            "Malformed: bad port",
-            "No address",
-        };
+        const auto at = [this](const char* path) { return m_server.Url(path).toString(); };
+        // Each link with the status its check ends in.
+        const QList<std::pair<QString, QString>> rows{
+            {at("/ok"), "OK 200"},
+            {at("/moved"), "Moved → " + at("/ok")},
+            {at("/missing"), "Broken 404"},
+            {at("/error"), "Server error 500"},
+            {at("/unavailable"), "Server error 503"},
+            {at("/nohead"), "OK 200"},
+            {at("/slow"), "Timed out"},
+            {at("/loop"), "Redirect loop"},
+            {at("/drop"), "Unreachable: connection closed without an answer"},
+            {at("/huge"), "OK 200"},
+            {at("/hugemissing"), "Broken 404"},
+            {QStringLiteral("http://127.0.0.1:%1/").arg(ClosedPort()),
+             "Unreachable: connection refused"},
+            {"ok#second-look", "OK 200"},
+            {"mailto:ann@x.org", "Not checked (mailto)"},
+            {"http://s.com:99999/", "Malformed: bad port"},
+            {QString(), "No address"}};
+        QStringList links;
+        for (const auto& row : rows)
+            links << row.first;
 
         LinkTableModel model;
         model.SetTimeout(600ms);
@@ -94,7 +88,7 @@ private slots:
         QVERIFY(WaitUntilFinished(model, finished));
         QCOMPARE(finished.size(), 1);
         for (int row = 0; row < links.size(); ++row)
-            QCOMPARE(StatusOf(model, row), expected[row]);
+            QCOMPARE(StatusOf(model, row), rows[row].second);
         QCOMPARE(model.BrokenCount(), 9);
         QCOMPARE(model.Summary(),
                  QStringLiteral("16 links: 9 broken, 4 OK, 1 moved, 2 not checked."));

@@ -19,6 +19,9 @@ QString Rect(int l, int t, int r, int b, const QString& texts = "a.htm|Alt|||0|"
     return QStringLiteral("1|%1,%2,%3,%2,%3,%4,%1,%4|").arg(l).arg(t).arg(r).arg(b) + texts;
 }
 
+const QString Covered =
+    QStringLiteral("warning: earlier shapes cover it completely, so no visitor can click it");
+
 MapDocument Picture(int w = 400, int h = 300)
 {
     MapDocument d;
@@ -54,10 +57,15 @@ void TestMapCheck::eachKindOfFinding_data()
     QTest::addColumn<QStringList>("rows");
     QTest::addColumn<QStringList>("expected");
     const QString first = Rect(10, 10, 50, 50);
-    const QString noAlt = "Shape #2: warning: no alt text: screen readers and search engines get "
-                          "nothing";
-    QTest::newRow("no alt text") << QStringList{first, Rect(60, 10, 90, 50, "a.htm|  |||0|")}
-                                 << QStringList{noAlt};
+    const auto quote = [](const char* field) {
+        return QStringLiteral("Shape #1: warning: the double quote in its %1 breaks the classic "
+                              "code (the HTML5 and SVG formats escape it)")
+            .arg(QLatin1String(field));
+    };
+    QTest::newRow("no alt text")
+        << QStringList{first, Rect(60, 10, 90, 50, "a.htm|  |||0|")}
+        << QStringList{
+               "Shape #2: warning: no alt text: screen readers and search engines get nothing"};
     QTest::newRow("placeholder URL")
         << QStringList{first, Rect(60, 10, 90, 50, " # |Alt|||0|")}
         << QStringList{"Shape #2: warning: placeholder URL \"#\": the area leads nowhere"};
@@ -88,13 +96,10 @@ void TestMapCheck::eachKindOfFinding_data()
     QTest::newRow("concave polygon is fine")
         << QStringList{"2|10,10,50,10,30,20,50,40,10,40|a.htm|Alt|||0|"} << QStringList{};
     QTest::newRow("covered by one earlier shape")
-        << QStringList{first, Rect(20, 20, 40, 40)}
-        << QStringList{"Shape #2: warning: earlier shapes cover it completely, so no visitor "
-                       "can click it"};
+        << QStringList{first, Rect(20, 20, 40, 40)} << QStringList{"Shape #2: " + Covered};
     QTest::newRow("covered by two earlier shapes together")
         << QStringList{Rect(10, 10, 30, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
-        << QStringList{"Shape #3: warning: earlier shapes cover it completely, so no visitor "
-                       "can click it"};
+        << QStringList{"Shape #3: " + Covered};
     QTest::newRow("a one-pixel gap keeps it reachable")
         << QStringList{Rect(10, 10, 29, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
         << QStringList{};
@@ -102,14 +107,8 @@ void TestMapCheck::eachKindOfFinding_data()
         << QStringList{Rect(20, 20, 40, 40), first} << QStringList{};
     QTest::newRow("quote in URL, alt and target")
         << QStringList{Rect(10, 10, 50, 50, "a\"b.htm|say \"hi\"|x\"y||0|")}
-        << QStringList{
-               "Shape #1: error: the URL \"a\"b.htm\" does not parse",
-               "Shape #1: warning: the double quote in its URL breaks the classic code (the "
-               "HTML5 and SVG formats escape it)",
-               "Shape #1: warning: the double quote in its alt text breaks the classic code (the "
-               "HTML5 and SVG formats escape it)",
-               "Shape #1: warning: the double quote in its target breaks the classic code (the "
-               "HTML5 and SVG formats escape it)"};
+        << QStringList{"Shape #1: error: the URL \"a\"b.htm\" does not parse", quote("URL"),
+                       quote("alt text"), quote("target")};
 }
 
 void TestMapCheck::eachKindOfFinding()
@@ -138,8 +137,7 @@ void TestMapCheck::mapNameAndDefaultArea()
     // Shapes are counted from 1 at zoom 2 as well, in picture pixels.
     d.MapName = QStringLiteral("M");
     AddShapeRow(d, Rect(40, 40, 80, 80), 2.0);
-    QCOMPARE(Lines(d), QStringList({"Shape #2: warning: earlier shapes cover it completely, so "
-                                    "no visitor can click it"}));
+    QCOMPARE(Lines(d), QStringList({"Shape #2: " + Covered}));
 }
 
 void TestMapCheck::coveredShapesAtFullSize()
@@ -155,9 +153,7 @@ void TestMapCheck::coveredShapesAtFullSize()
         QRect r;
         if (i % 100 == 99) {
             r = rects[std::size_t(i - 50)];
-            expected << QStringLiteral("Shape #%1: warning: earlier shapes cover it completely, "
-                                       "so no visitor can click it")
-                            .arg(i + 1);
+            expected << QStringLiteral("Shape #%1: ").arg(i + 1) + Covered;
         } else if (i % 101 == 100) {
             r = rects.back().adjusted(0, 0, 1, 0);
         } else {
