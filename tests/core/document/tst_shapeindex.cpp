@@ -63,23 +63,18 @@ QImage Picture()
     return picture;
 }
 
-// Every shape visited: the reference.
-QImage Reference(const MapDocument& doc, const QImage& picture)
+// The map painted through the layer, over the given region; without one, every shape
+// visited: the reference.
+QImage Painted(const MapDocument& doc, const QImage& picture, MapLayer* layer = nullptr,
+               const QRegion& region = QRegion(0, 0, Width + 20, Height + 20))
 {
     QImage image(Width + 20, Height + 20, QImage::Format_RGB32);
     image.fill(Qt::black);
     QPainter painter(&image);
-    MapPainter::Paint(painter, doc, picture, QRegion(image.rect()));
-    return image;
-}
-
-QImage ThroughLayer(MapLayer& layer, const MapDocument& doc, const QImage& picture,
-                    const QRegion& region)
-{
-    QImage image(Width + 20, Height + 20, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    layer.Paint(painter, doc, picture, region);
+    if (layer)
+        layer->Paint(painter, doc, picture, region);
+    else
+        MapPainter::Paint(painter, doc, picture, region);
     return image;
 }
 
@@ -212,16 +207,14 @@ private slots:
         MapHistory history(target);
         const QImage picture = Picture();
         MapLayer layer;
-        const QRegion all(0, 0, Width + 20, Height + 20);
-        QCOMPARE(ThroughLayer(layer, doc, picture, all), Reference(doc, picture));
+        QCOMPARE(Painted(doc, picture, &layer), Painted(doc, picture));
         std::uniform_int_distribution<int> x(0, Width), y(0, Height), size(10, 120);
         for (int edit = 0; edit < 60; ++edit) {
             const int kind = RandomEdit(doc, history, random);
-            ThroughLayer(layer, doc, picture,
-                         QRegion(x(random), y(random), size(random), size(random)) & all);
-            const QImage expected = Reference(doc, picture);
-            const QImage actual = ThroughLayer(layer, doc, picture, all);
-            if (actual != expected)
+            Painted(doc, picture, &layer,
+                    QRegion(x(random), y(random), size(random), size(random)) &
+                        QRegion(0, 0, Width + 20, Height + 20));
+            if (Painted(doc, picture, &layer) != Painted(doc, picture))
                 QFAIL(qPrintable(
                     QStringLiteral("pixels differ after edit %1 of kind %2").arg(edit).arg(kind)));
         }
@@ -233,14 +226,13 @@ private slots:
         MapDocument doc = RandomMap(random, 60, 1.0);
         const QImage picture = Picture();
         MapLayer layer;
-        const QRegion all(0, 0, Width + 20, Height + 20);
-        ThroughLayer(layer, doc, picture, all);
+        Painted(doc, picture, &layer);
         // As a failed command puts its snapshot back.
         const MapDocument before = doc;
         doc.DeleteShape();
-        ThroughLayer(layer, doc, picture, all);
+        Painted(doc, picture, &layer);
         doc = before;
-        QCOMPARE(ThroughLayer(layer, doc, picture, all), Reference(doc, picture));
+        QCOMPARE(Painted(doc, picture, &layer), Painted(doc, picture));
     }
 
     void findsWhatVisitingEveryShapeFinds()
