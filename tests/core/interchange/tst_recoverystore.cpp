@@ -54,6 +54,16 @@ struct OpenMap
         source.busy = [this] { return busy; };
         return source;
     }
+
+    // Tracked by a started store and written as changed.
+    int WrittenBy(RecoveryStore& store)
+    {
+        modified = true;
+        const int id = store.Track(Source());
+        store.MapChanged(id);
+        store.WriteDue();
+        return id;
+    }
 };
 
 } // namespace
@@ -130,12 +140,9 @@ private slots:
         QTemporaryDir dir;
         const QString folder = dir.filePath(QStringLiteral("recovery"));
         OpenMap map(dir.path(), 2);
-        map.modified = true;
         RecoveryStore first(folder);
         QVERIFY(first.Start());
-        const int id = first.Track(map.Source());
-        first.MapChanged(id);
-        first.WriteDue();
+        const int id = map.WrittenBy(first);
         QVERIFY(!first.FileOf(id).isEmpty());
 
         RecoveryStore second(folder);
@@ -154,14 +161,11 @@ private slots:
         map.doc.MapName = QStringLiteral("FloorPlan");
         map.doc.BringToTop(7);
         map.doc.ShouldDrawGrid = true;
-        map.modified = true;
         QString left;
         {
             RecoveryStore killed(folder);
             QVERIFY(killed.Start());
-            const int id = killed.Track(map.Source());
-            killed.MapChanged(id);
-            killed.WriteDue();
+            const int id = map.WrittenBy(killed);
             left = LeaveAsKilled(folder, killed.FileOf(id));
             killed.Forget(id);
         }
@@ -205,12 +209,9 @@ private slots:
         QTemporaryDir dir;
         const QString folder = dir.filePath(QStringLiteral("recovery"));
         OpenMap map(dir.path(), 2);
-        map.modified = true;
         RecoveryStore killed(folder);
         QVERIFY(killed.Start());
-        const int id = killed.Track(map.Source());
-        killed.MapChanged(id);
-        killed.WriteDue();
+        const int id = map.WrittenBy(killed);
         const QString one = LeaveAsKilled(folder, killed.FileOf(id));
         const QString two = LeaveAsKilled(folder, killed.FileOf(id));
 
@@ -234,12 +235,9 @@ private slots:
         QTemporaryDir dir;
         const QString folder = dir.filePath(QStringLiteral("recovery"));
         OpenMap map(dir.path(), 30);
-        map.modified = true;
         RecoveryStore killed(folder);
         QVERIFY(killed.Start());
-        const int id = killed.Track(map.Source());
-        killed.MapChanged(id);
-        killed.WriteDue();
+        const int id = map.WrittenBy(killed);
         const QString truncated = LeaveAsKilled(folder, killed.FileOf(id));
         QFile file(truncated);
         QVERIFY(file.resize(file.size() / 2));
