@@ -119,11 +119,9 @@ private slots:
         HtmlImporter::Apply(result, d);
         // The last area with no known shape word wins; what it lacks is cleared.
         QCOMPARE(d.ItemCount(), std::int16_t(0));
-        QCOMPARE(d.DefURL, QStringLiteral("rest.htm"));
-        QCOMPARE(d.DefComment, QString());
-        QCOMPARE(d.DefTarget, QStringLiteral("_top"));
-        QCOMPARE(d.DefStatus, QString());
-        QCOMPARE(d.DefAlertVal, std::int16_t(0));
+        QCOMPARE((QStringList{d.DefURL, d.DefComment, d.DefTarget, d.DefStatus,
+                              QString::number(d.DefAlertVal)}),
+                 (QStringList{"rest.htm", "", "_top", "", "0"}));
     }
 
     void generatedCodeRoundTrips()
