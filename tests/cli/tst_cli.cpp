@@ -1,3 +1,4 @@
+#include "CliRun.h"
 #include "ShapeRow.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
@@ -15,23 +16,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
-
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
-
 class TestCli : public QObject
 {
     Q_OBJECT
@@ -43,24 +27,13 @@ private slots:
     void dumpIsTheDocumentAsJson();
 
 private:
-    Run Cli(const QStringList& arguments) const;
+    Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
     QString Code(MapCodeGenerator::Form form) const;
 
     QTemporaryDir m_dir;
     MapDocument m_map; // three shapes over pic.png, saved as map.imp
 };
-
-Run TestCli::Cli(const QStringList& arguments) const
-{
-    QProcess process;
-    process.setWorkingDirectory(m_dir.path());
-    process.start(QStringLiteral(VANTREL_CLI), arguments);
-    Run run;
-    if (process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit)
-        run = {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    return run;
-}
 
 QString TestCli::Code(MapCodeGenerator::Form form) const
 {
@@ -92,18 +65,14 @@ void TestCli::initTestCase()
     // For the causes added beside generic messages.
     QVERIFY(MapFile::SaveMap(m_map, Path("locked.imp")).ok);
     QVERIFY(QFile::setPermissions(Path("locked.imp"), QFile::ReadOwner | QFile::ReadGroup));
-    QByteArray tooMany = ReadFile(Path("map.imp"));
-    tooMany.replace("\r\n 2 \r\n 1 \r\n", "\r\n 32768 \r\n 1 \r\n");
-    QFile many(Path("many.imp"));
-    QVERIFY(many.open(QIODevice::WriteOnly) && many.write(tooMany) == tooMany.size());
-    many.close();
-    QFile areas(Path("areas.html"));
-    QVERIFY(areas.open(QIODevice::WriteOnly));
-    areas.write("<map name=\"x\">\n");
-    for (int i = 0; i < 32769; ++i)
-        areas.write("<area shape=\"rect\" coords=\"1,1,5,5\" href=\"a\">\n");
-    areas.write("</map>");
-    areas.close();
+    QVERIFY(WriteBytes(
+        Path("many.imp"),
+        ReadBytes(Path("map.imp")).replace("\r\n 2 \r\n 1 \r\n", "\r\n 32768 \r\n 1 \r\n")));
+    QVERIFY(WriteBytes(
+        Path("areas.html"),
+        "<map name=\"x\">\n" +
+            QByteArray("<area shape=\"rect\" coords=\"1,1,5,5\" href=\"a\">\n").repeated(32769) +
+            "</map>"));
     // A picture of 30000 x 30000 pixels, all black, as a 69-byte PNG file.
     const QByteArray png(
         "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x75\x30"
@@ -111,8 +80,7 @@ void TestCli::initTestCase()
         "\x54\x78\x9c\x63\x60\xa0\x3d\x00\x00\x00\x64\x00\x01\x86\x64\x3c\x35\x00\x00\x00"
         "\x00\x49\x45\x4e\x44\xae\x42\x60\x82",
         69);
-    QFile big(Path("big.png"));
-    QVERIFY(big.open(QIODevice::WriteOnly) && big.write(png) == png.size());
+    QVERIFY(WriteBytes(Path("big.png"), png));
 }
 
 void TestCli::failures_data()
@@ -185,19 +153,16 @@ void TestCli::commandsDoTheirWork()
     QCOMPARE(run.out, Code(MapCodeGenerator::Form::Test).toUtf8());
 
     QCOMPARE(Cli({"testpage", "map.imp", "-o", "page.htm"}).exitCode, 0);
-    QVERIFY(ReadFile(Path("page.htm"))
+    QVERIFY(ReadBytes(Path("page.htm"))
                 .endsWith(TestPage::Text(Code(MapCodeGenerator::Form::Test)).toUtf8()));
 
     // save records the new absolute path on line 2.
     QCOMPARE(Cli({"save", "map.imp", "-o", "copy.imp"}).exitCode, 0);
     QVERIFY(
-        ReadFile(Path("copy.imp")).startsWith("1.0.0\r\n" + Path("copy.imp").toUtf8() + "\r\n"));
+        ReadBytes(Path("copy.imp")).startsWith("1.0.0\r\n" + Path("copy.imp").toUtf8() + "\r\n"));
 
-    QFile code(Path("code.html"));
-    QVERIFY(code.open(QIODevice::WriteOnly));
-    code.write(
-        "<map name=\"x\">\n<area shape=\"poly\" coords=\"5,5,50,5,25,30\" href=\"b\">\n</map>");
-    code.close();
+    QVERIFY(WriteBytes(Path("code.html"), "<map name=\"x\">\n<area shape=\"poly\" "
+                                          "coords=\"5,5,50,5,25,30\" href=\"b\">\n</map>"));
     run = Cli({"import", "code.html", "--into", "map.imp", "-o", "imported.imp"});
     QCOMPARE(run.exitCode, 0);
     QVERIFY(run.err.isEmpty());

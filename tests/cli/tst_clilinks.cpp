@@ -1,3 +1,4 @@
+#include "CliRun.h"
 #include "LocalHttpServer.h"
 #include "ShapeRow.h"
 #include "core/interchange/MapFile.h"
@@ -11,17 +12,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
-
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-} // namespace
-
 // vantrel-cli links against a server on this machine; the server runs on its own thread,
 // so waiting for the process blocks nothing it needs.
 class TestCliLinks : public QObject
@@ -34,7 +24,7 @@ private slots:
     void wrongUsageAndUnreadableMaps();
 
 private:
-    Run Cli(const QStringList& arguments) const;
+    Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
     // Saves a map over pic.png whose shapes link to Urls, the default area to DefURL.
     void SaveMap(const QString& name, const QStringList& urls, const QString& defURL) const;
@@ -42,17 +32,6 @@ private:
     QTemporaryDir m_dir;
     LocalHttpServer m_server;
 };
-
-Run TestCliLinks::Cli(const QStringList& arguments) const
-{
-    QProcess process;
-    process.setWorkingDirectory(m_dir.path());
-    process.start(QStringLiteral(VANTREL_CLI), arguments);
-    Run run;
-    if (process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit)
-        run = {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    return run;
-}
 
 void TestCliLinks::SaveMap(const QString& name, const QStringList& urls,
                            const QString& defURL) const
@@ -75,8 +54,7 @@ void TestCliLinks::initTestCase()
     QImage picture(120, 80, QImage::Format_RGB32);
     picture.fill(Qt::green);
     QVERIFY(picture.save(Path("pic.png")));
-    QFile page(Path("about.htm"));
-    QVERIFY(page.open(QIODevice::WriteOnly));
+    QVERIFY(WriteBytes(Path("about.htm"), {}));
 }
 
 void TestCliLinks::printsOneLinePerLink()
@@ -160,10 +138,7 @@ void TestCliLinks::wrongUsageAndUnreadableMaps()
         QCOMPARE(run.exitCode, 2);
         QVERIFY(run.err.startsWith("Usage: vantrel-cli"));
     }
-    QFile bad(Path("bad.imp"));
-    QVERIFY(bad.open(QIODevice::WriteOnly));
-    bad.write("not a map\r\n");
-    bad.close();
+    QVERIFY(WriteBytes(Path("bad.imp"), "not a map\r\n"));
     for (const char* name : {"bad.imp", "absent.imp"}) {
         const Run run = Cli({"links", QString::fromLatin1(name)});
         QCOMPARE(run.exitCode, 1);

@@ -1,3 +1,4 @@
+#include "CliRun.h"
 #include "ShapeBuilders.h"
 #include "core/interchange/MapFile.h"
 
@@ -12,18 +13,6 @@
 #include <QThread>
 
 namespace {
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
 
 // A map of many shapes with long texts, so that a save takes long enough to be cut.
 MapDocument LargeMap(const QString& folder, const QString& link)
@@ -65,7 +54,7 @@ private slots:
         const QString source = dir.filePath("source.imp");
         QVERIFY(MapFile::SaveMap(LargeMap(dir.path(), "http://old.example/%1"), target).ok);
         QVERIFY(MapFile::SaveMap(LargeMap(dir.path(), "http://new.example/%1"), source).ok);
-        const QByteArray before = ReadFile(target);
+        const QByteArray before = ReadBytes(target);
         const QStringList files = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
 
         // One whole save gives the new bytes and the time a save takes here.
@@ -77,7 +66,7 @@ private slots:
         QVERIFY(cli.waitForFinished(60000));
         QCOMPARE(cli.exitCode(), 0);
         const int whole = int(timer.elapsed());
-        const QByteArray after = ReadFile(target);
+        const QByteArray after = ReadBytes(target);
         QVERIFY(after != before);
 
         const quint32 seed = qEnvironmentVariableIsSet("VANTREL_KILL_SEED")
@@ -87,14 +76,14 @@ private slots:
         QRandomGenerator random(seed);
         int cut = 0;
         for (int round = 0; round < 24; ++round) {
-            QVERIFY(WriteFile(target, before));
+            QVERIFY(WriteBytes(target, before));
             cli.start(QStringLiteral(VANTREL_CLI), arguments);
             QVERIFY(cli.waitForStarted());
             QThread::msleep(random.bounded(whole));
             cli.kill();
             QVERIFY(cli.waitForFinished(60000));
             cut += cli.exitStatus() == QProcess::CrashExit;
-            const QByteArray found = ReadFile(target);
+            const QByteArray found = ReadBytes(target);
             QVERIFY2(
                 found == before || found == after,
                 qPrintable(

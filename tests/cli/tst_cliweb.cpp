@@ -1,3 +1,4 @@
+#include "CliRun.h"
 #include "ShapeRow.h"
 #include "core/interchange/FormattedMapCode.h"
 #include "core/interchange/MapFile.h"
@@ -19,33 +20,12 @@ private slots:
     void htmlAndTestPageInEachFormat();
     void lintPrintsFindings();
     void importWithOptions();
-    void malformedWebOptions_data();
     void malformedWebOptions();
 
 private:
-    struct Run
-    {
-        int exitCode = -1;
-        QByteArray out;
-        QByteArray err;
-    };
-    Run Cli(const QStringList& arguments) const
-    {
-        QProcess process;
-        process.setWorkingDirectory(m_dir.path());
-        process.start(QStringLiteral(VANTREL_CLI), arguments);
-        Run run;
-        if (process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit)
-            run = {process.exitCode(), process.readAllStandardOutput(),
-                   process.readAllStandardError()};
-        return run;
-    }
+    Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
-    QByteArray Read(const QString& name) const
-    {
-        QFile file(Path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray Read(const QString& name) const { return ReadBytes(Path(name)); }
     QString Expected(MapFormat format, MapCodeGenerator::Form form) const
     {
         MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
@@ -127,12 +107,10 @@ void TestCliWeb::lintPrintsFindings()
 
 void TestCliWeb::importWithOptions()
 {
-    QFile code(Path("code.html"));
-    QVERIFY(code.open(QIODevice::WriteOnly));
-    code.write("<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
-               "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
-               "title='Caf&eacute;'><area shape=default href=Rest.htm></map>");
-    code.close();
+    QVERIFY(WriteBytes(Path("code.html"),
+                       "<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
+                       "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
+                       "title='Caf&eacute;'><area shape=default href=Rest.htm></map>"));
     const MapDocument before = MapFile::OpenMapFile(Path("map.imp")).document;
 
     Run run = Cli({"import", "code.html", "--into", "map.imp", "-o", "kept.imp", "--keep-text",
@@ -162,22 +140,18 @@ void TestCliWeb::importWithOptions()
     QVERIFY(!QFile::exists(Path("none.imp")));
 }
 
-void TestCliWeb::malformedWebOptions_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("unknown format") << QStringList{"html", "--format", "xhtml", "map.imp"};
-    QTest::newRow("format without value") << QStringList{"html", "map.imp", "--format"};
-    QTest::newRow("format on dump") << QStringList{"dump", "--format", "svg", "map.imp"};
-    QTest::newRow("keep-text on html") << QStringList{"html", "--keep-text", "map.imp"};
-}
-
 void TestCliWeb::malformedWebOptions()
 {
-    QFETCH(QStringList, arguments);
-    const Run run = Cli(arguments);
-    QCOMPARE(run.exitCode, 2);
-    QVERIFY(run.err.startsWith("Usage: vantrel-cli"));
-    QVERIFY(run.out.isEmpty());
+    // An unknown format, a format without a value, options on commands that take none.
+    for (const QStringList& arguments : {QStringList{"html", "--format", "xhtml", "map.imp"},
+                                         QStringList{"html", "map.imp", "--format"},
+                                         QStringList{"dump", "--format", "svg", "map.imp"},
+                                         QStringList{"html", "--keep-text", "map.imp"}}) {
+        const Run run = Cli(arguments);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.startsWith("Usage: vantrel-cli"), qPrintable(arguments.join(' ')));
+        QVERIFY(run.out.isEmpty());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestCliWeb)

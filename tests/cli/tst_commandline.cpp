@@ -1,3 +1,4 @@
+#include "CliRun.h"
 #include "core/forms/HelpFile.h"
 
 #include <QFile>
@@ -7,13 +8,6 @@
 #include <QXmlStreamReader>
 
 namespace {
-
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
 
 // As from a terminal with no display: --help and --version must not need one.
 Run Start(const QString& program, const QStringList& arguments, bool display = false)
@@ -25,11 +19,7 @@ Run Start(const QString& program, const QStringList& arguments, bool display = f
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(program, arguments);
-    Run run;
-    if (process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit)
-        run = {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    return run;
+    return Finish(process, program, arguments);
 }
 
 QString Editor()

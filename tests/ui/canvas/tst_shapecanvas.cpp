@@ -1,82 +1,29 @@
-#include "FakeCanvasHost.h"
-#include "core/document/OpenMapCount.h"
+#include "CanvasFixture.h"
 #include "core/shape/ShapePainter.h"
-#include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
 
 #include <QScrollBar>
-#include <QTest>
 #include <cmath>
-#include <memory>
 
 namespace {
-
-QImage WhitePicture(int width, int height)
-{
-    QImage picture(width, height, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    return picture;
-}
 
 std::vector<ShapePoint> Box(QPoint a, QPoint b)
 {
     return {{a.x(), a.y()}, {b.x(), a.y()}, {b.x(), b.y()}, {a.x(), b.y()}};
 }
 
-using Mode = CanvasHost::DrawingMode;
-
 } // namespace
 
-class TestShapeCanvas : public QObject
+class TestShapeCanvas : public QObject, CanvasFixture
 {
     Q_OBJECT
 private:
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_canvas;
-
-    ShapeCanvas& NewCanvas(int pictureWidth = 400, int pictureHeight = 300)
-    {
-        m_canvas.reset();
-        m_host = std::make_unique<FakeCanvasHost>();
-        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
-        m_host->active = m_canvas.get();
-        m_canvas->resize(640, 480);
-        m_canvas->show();
-        m_canvas->SetNewPicture(WhitePicture(pictureWidth, pictureHeight),
-                                QStringLiteral("/maps/pic.png"));
-        return *m_canvas;
-    }
-    QWidget* Surface() { return &m_canvas->Surface(); }
-    MapDocument& Doc() { return m_canvas->Document(); }
     template <typename T = QWidget> T* Child(const char* name)
     {
         return m_canvas->findChild<T*>(QLatin1String(name));
     }
-    void Drag(QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton)
-    {
-        QTest::mousePress(Surface(), button, {}, from);
-        QTest::mouseMove(Surface(), to);
-        QTest::mouseRelease(Surface(), button, {}, to);
-    }
-    void Click(QPoint at) { QTest::mouseClick(Surface(), Qt::LeftButton, {}, at); }
-    void Draw(Mode mode, QPoint from, QPoint to)
-    {
-        m_host->mode = mode;
-        Drag(from, to);
-        m_host->mode = Mode::Pointer;
-    }
-    void Consistent()
-    {
-        QVERIFY2(MapInconsistency(Doc()).isEmpty(), qPrintable(MapInconsistency(Doc())));
-    }
 
 private slots:
-    void cleanup()
-    {
-        m_canvas.reset();
-        m_host.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanup() { CloseCanvas(); }
 
     void rectangleAndCircleByDrag()
     {

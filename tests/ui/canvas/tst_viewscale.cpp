@@ -1,51 +1,18 @@
-#include "FakeCanvasHost.h"
-#include "core/document/OpenMapCount.h"
+#include "CanvasFixture.h"
 #include "core/document/ViewScale.h"
-#include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
 
 #include <QApplication>
 #include <QScrollBar>
-#include <QTest>
 #include <QWheelEvent>
-#include <memory>
-
-namespace {
-
-using Mode = CanvasHost::DrawingMode;
-
-QImage WhitePicture(int width, int height)
-{
-    QImage picture(width, height, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    return picture;
-}
-
-} // namespace
 
 // Looking closer or farther: the wheel, the pointer-anchored zoom, panning, and editing
 // that stores the same coordinates at any view scale.
-class TestViewScale : public QObject
+class TestViewScale : public QObject, CanvasFixture
 {
     Q_OBJECT
 private:
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_canvas;
-
-    void NewCanvas(int width = 400, int height = 300)
-    {
-        m_canvas.reset();
-        m_host = std::make_unique<FakeCanvasHost>();
-        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
-        m_host->active = m_canvas.get();
-        m_canvas->resize(640, 480);
-        m_canvas->show();
-        m_canvas->SetNewPicture(WhitePicture(width, height), QStringLiteral("/maps/pic.png"));
-    }
-    CanvasSurface* Surface() { return &m_canvas->Surface(); }
     QWidget* Viewport() { return Surface()->parentWidget(); }
     QScrollBar* Bar(const char* name) { return m_canvas->findChild<QScrollBar*>(name); }
-    MapDocument& Doc() { return m_canvas->Document(); }
     void Wheel(QPoint at, QPoint angle, Qt::KeyboardModifiers keys = {})
     {
         // Sent where an unhandled wheel over the surface ends up: the map window.
@@ -63,20 +30,11 @@ private:
     void DrawAt(QPoint from, QPoint to)
     {
         const double f = m_canvas->ViewScaleFactor();
-        m_host->mode = Mode::Rectangle;
-        QTest::mousePress(Surface(), Qt::LeftButton, {}, (QPointF(from) * f).toPoint());
-        QTest::mouseMove(Surface(), (QPointF(to) * f).toPoint());
-        QTest::mouseRelease(Surface(), Qt::LeftButton, {}, (QPointF(to) * f).toPoint());
-        m_host->mode = Mode::Pointer;
+        Draw(Mode::Rectangle, (QPointF(from) * f).toPoint(), (QPointF(to) * f).toPoint());
     }
 
 private slots:
-    void cleanup()
-    {
-        m_canvas.reset();
-        m_host.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanup() { CloseCanvas(); }
 
     void stepsAndLimits()
     {
@@ -172,12 +130,8 @@ private slots:
             DrawAt({100, 100}, {181, 154});
             QCOMPARE(Doc().ItemCount(), std::int16_t(0));
             // The body dragged by 27 picture pixels, then a corner by (27, 27).
-            QTest::mousePress(Surface(), Qt::LeftButton, {}, at(127, 127));
-            QTest::mouseMove(Surface(), at(154, 127));
-            QTest::mouseRelease(Surface(), Qt::LeftButton, {}, at(154, 127));
-            QTest::mousePress(Surface(), Qt::LeftButton, {}, at(208, 154));
-            QTest::mouseMove(Surface(), at(235, 181));
-            QTest::mouseRelease(Surface(), Qt::LeftButton, {}, at(235, 181));
+            Drag(at(127, 127), at(154, 127));
+            Drag(at(208, 154), at(235, 181));
             drawn.push_back(Doc().Shape(0).Points());
             // The status bar shows picture pixels whatever the scale.
             QTest::mouseMove(Surface(), at(127, 154));
@@ -224,8 +178,7 @@ private slots:
         NewCanvas(2400, 1600);
         m_canvas->FitToWindow();
         QVERIFY(m_canvas->ViewScaleFactor() < 0.3);
-        QVERIFY(!Bar("HScroll1")->isVisible());
-        QVERIFY(!Bar("VScroll1")->isVisible());
+        QVERIFY(!Bar("HScroll1")->isVisible() && !Bar("VScroll1")->isVisible());
         QVERIFY(Viewport()->rect().contains(Surface()->geometry()));
         // Drawing in the fitted view lands on picture pixels.
         DrawAt({1000, 800}, {2000, 1200});
