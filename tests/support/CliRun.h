@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFile>
+#include "FileBytes.h"
+
 #include <QProcess>
 #include <QStringList>
 
@@ -27,16 +28,4 @@ inline Run RunCli(const QString& folder, const QStringList& arguments)
     QProcess process;
     process.setWorkingDirectory(folder);
     return Finish(process, QStringLiteral(VANTREL_CLI), arguments);
-}
-
-inline QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline bool WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }

@@ -1,41 +1,20 @@
-#include "FakeCanvasHost.h"
+#include "CanvasFixture.h"
 #include "core/interchange/PictureLoader.h"
-#include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
-#include <memory>
 
 // The map window's commands that the frame calls and their failures.
-class TestCanvasCommands : public QObject
+class TestCanvasCommands : public QObject, CanvasFixture
 {
     Q_OBJECT
 private:
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_canvas;
-
     ShapeCanvas& NewCanvas()
     {
-        m_canvas.reset();
-        m_host = std::make_unique<FakeCanvasHost>();
-        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
-        m_canvas->resize(500, 400);
-        m_canvas->show();
-        QImage picture(300, 200, QImage::Format_RGB32);
-        picture.fill(Qt::white);
-        m_canvas->SetNewPicture(picture, QStringLiteral("/maps/pic.gif"));
-        m_canvas->setWindowTitle(QStringLiteral("Untitled"));
+        CanvasFixture::NewCanvas(300, 200).setWindowTitle(QStringLiteral("Untitled"));
         return *m_canvas;
     }
-    void AddRectangle(QPoint from, QPoint to)
-    {
-        m_host->mode = CanvasHost::DrawingMode::Rectangle;
-        QTest::mousePress(&m_canvas->Surface(), Qt::LeftButton, {}, from);
-        QTest::mouseMove(&m_canvas->Surface(), to);
-        QTest::mouseRelease(&m_canvas->Surface(), Qt::LeftButton, {}, to);
-    }
+    void AddRectangle(QPoint from, QPoint to) { Draw(Mode::Rectangle, from, to); }
     void CheckMessage(const QString& text)
     {
         QCOMPARE(m_host->ui.messageTexts(), QStringList{text});

@@ -1,4 +1,5 @@
 #include "FakeCanvasHost.h"
+#include "FileBytes.h"
 #include "ShapeBuilders.h"
 #include "core/document/OpenMapCount.h"
 #include "core/interchange/MapFile.h"
@@ -14,12 +15,6 @@
 namespace {
 
 const QString SaveError = QStringLiteral("There was an error while trying to save the file.");
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -150,7 +145,7 @@ private slots:
                          MakeShape(Circle, Corners(60, 60, 90, 90))},
                         {1, 0});
         QVERIFY(MapFile::SaveMap(doc, Path("A.imp")).ok);
-        const QByteArray original = ReadFile(Path("A.imp"));
+        const QByteArray original = ReadBytes(Path("A.imp"));
         QVERIFY(QFile::copy(Path("A.imp"), Path("B.imp")));
         QVERIFY(Open(Path("B.imp")));
         QCOMPARE(m_canvas->windowTitle(), QStringLiteral("B.imp"));
@@ -158,26 +153,17 @@ private slots:
         m_canvas->DeleteShape();
         m_canvas->SaveMap();
         QCOMPARE(m_host->ui.messageTexts(), QStringList());
-        QCOMPARE(ReadFile(Path("A.imp")), original);
+        QCOMPARE(ReadBytes(Path("A.imp")), original);
         const MapFile::ReadResult saved = MapFile::OpenMapFile(Path("B.imp"));
         QCOMPARE(saved.document.ItemCount(), std::int16_t(0));
         // Line 2 records where the map now lives.
-        QVERIFY(ReadFile(Path("B.imp")).startsWith("1.0.0\r\n" + Path("B.imp").toUtf8() + "\r\n"));
+        QVERIFY(ReadBytes(Path("B.imp")).startsWith("1.0.0\r\n" + Path("B.imp").toUtf8() + "\r\n"));
     }
 
     // The message stays exact; why comes as the box's informative text.
     void messageSaysWhyTheMapCannotLoad()
     {
-        // A picture of 30000 x 30000 pixels, far past what the program loads.
-        const QByteArray png(
-            "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x75\x30"
-            "\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed\x00\x00\x00\x0c\x49\x44\x41"
-            "\x54\x78\x9c\x63\x60\xa0\x3d\x00\x00\x00\x64\x00\x01\x86\x64\x3c\x35\x00\x00\x00"
-            "\x00\x49\x45\x4e\x44\xae\x42\x60\x82",
-            69);
-        QFile huge(Path("huge.png"));
-        QVERIFY(huge.open(QIODevice::WriteOnly) && huge.write(png) == png.size());
-        huge.close();
+        QVERIFY(WriteBytes(Path("huge.png"), HugePng()));
         MapDocument doc = Blank();
         doc.ImageName = QStringLiteral("huge.png");
         QVERIFY(MapFile::SaveMap(doc, Path("huge.imp")).ok);
@@ -194,7 +180,7 @@ private slots:
         MapDocument doc = Blank();
         doc.AdoptShapes({MakeShape(Rectangle, Corners(10, 10, 50, 40))}, {0});
         QVERIFY(MapFile::SaveMap(doc, Path("locked.imp")).ok);
-        const QByteArray before = ReadFile(Path("locked.imp"));
+        const QByteArray before = ReadBytes(Path("locked.imp"));
         const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
         QVERIFY(QFile::setPermissions(Path("locked.imp"), readOnly));
         QVERIFY(Open(Path("locked.imp")));
@@ -204,7 +190,7 @@ private slots:
         QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
         QCOMPARE(m_host->ui.messages.front().detail,
                  QStringLiteral("\"%1\" is read-only.").arg(Path("locked.imp")));
-        QCOMPARE(ReadFile(Path("locked.imp")), before);
+        QCOMPARE(ReadBytes(Path("locked.imp")), before);
         QCOMPARE(QFile::permissions(Path("locked.imp")) & 0x7077, readOnly);
         QCOMPARE(m_canvas->FileName(), Path("locked.imp"));
     }

@@ -1,7 +1,6 @@
-#include "FakeCanvasHost.h"
+#include "CanvasFixture.h"
 #include "core/base/Module1.h"
 #include "core/forms/SteppedNumberEntry.h"
-#include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/ColorPicker.h"
 #include "ui/dialogs/GridForm.h"
 #include "ui/dialogs/ImageSize.h"
@@ -12,11 +11,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
-#include <memory>
 
 // The colour, grid, image size and zoom dialogs on a real map window.
-class TestOptionDialogs : public QObject
+class TestOptionDialogs : public QObject, CanvasFixture
 {
     Q_OBJECT
 private slots:
@@ -30,7 +27,7 @@ private slots:
     void zoom();
 
 private:
-    ShapeCanvas& Map(int width = 300, int height = 200);
+    ShapeCanvas& Map(int width = 300, int height = 200) { return NewCanvas(width, height); }
     template <typename T = QLineEdit> static T* Child(QWidget& dialog, const char* name)
     {
         return dialog.findChild<T*>(QLatin1String(name));
@@ -39,23 +36,7 @@ private:
     {
         QTest::mouseClick(Child<QPushButton>(dialog, name), Qt::LeftButton);
     }
-
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_map;
 };
-
-ShapeCanvas& TestOptionDialogs::Map(int width, int height)
-{
-    m_map.reset();
-    m_host = std::make_unique<FakeCanvasHost>();
-    m_map = std::make_unique<ShapeCanvas>(*m_host);
-    m_host->active = m_map.get();
-    QImage picture(width, height, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    m_map->show();
-    m_map->SetNewPicture(picture, QStringLiteral("/maps/pic.png"));
-    return *m_map;
-}
 
 void TestOptionDialogs::coloursApplyLiveAndResetRestores()
 {
@@ -65,7 +46,7 @@ void TestOptionDialogs::coloursApplyLiveAndResetRestores()
     const std::int16_t index = doc.AddShape();
     doc.Shape(index).SetInfo(doc.Surface(), doc.NonFocusColor, Rectangle, 1.0, 10, 10);
     doc.BringToTop(index);
-    ColorPicker picker(*m_map, m_host->ui);
+    ColorPicker picker(*m_canvas, m_host->ui);
     Child<QScrollBar>(picker, "ScrollRed")->setValue(200);
     QCOMPARE(doc.FocusColor, RGBColor(200, 128, 255));
     QCOMPARE(doc.TopShape().ShapeColor, RGBColor(200, 128, 255));

@@ -123,10 +123,6 @@ void TestHtmlCode::importRefusalKeepsDialogAndMap_data()
     QTest::addColumn<QString>("message");
     const QString area = QStringLiteral("<area shape=\"rect\" coords=\"1,2,3,4\">");
     QTest::newRow("no map tag") << area << "Map tag not found.";
-    QTest::newRow("no name") << "<map id=\"m\">" + area + "</map>"
-                             << "Map name not found.";
-    QTest::newRow("no areas") << "<map name=\"m\"></map>"
-                              << "No shape objects found.";
     QTest::newRow("no coords") << "<map name=\"m\"><area shape=\"rect\"></map>"
                                << "There was an error, please check the HTML code you paste in.";
     QTest::newRow("the paste hint") << "Paste HTML Code Here\n"
