@@ -1,35 +1,23 @@
-#include "FakeCanvasHost.h"
+#include "CanvasFixture.h"
 #include "ShapeBuilders.h"
-#include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/frmOptions.h"
 
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
-#include <QTest>
-#include <memory>
 
 // The Properties tab strip on small and on very big maps: the same captions in the same
 // order, the right shape edited and written back, and never a tab per shape up front.
-class TestPropertiesTabs : public QObject
+class TestPropertiesTabs : public QObject, CanvasFixture
 {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_host = std::make_unique<FakeCanvasHost>();
-        m_map = std::make_unique<ShapeCanvas>(*m_host);
-        m_host->active = m_map.get();
-        QImage picture(400, 300, QImage::Format_RGB32);
-        picture.fill(Qt::white);
-        m_map->show();
-        m_map->SetNewPicture(picture, QStringLiteral("/maps/pic.png"));
-    }
+    void init() { NewCanvas(); }
 
     void smallMapHasATabForEveryShape()
     {
         AddShapes(3);
-        frmOptions dialog(*m_map, m_host->ui);
+        frmOptions dialog(*m_canvas, m_host->ui);
         dialog.OpenOnTab(3);
         QCOMPARE(Captions(dialog), (QStringList{"Map Properties", "Shape #1", "Shape #2",
                                                 "Shape #3", "Default Area"}));
@@ -40,8 +28,8 @@ private slots:
     void bigMapOpensOnTheShapeAndWritesItBack()
     {
         AddShapes(5000);
-        MapDocument& doc = m_map->Document();
-        frmOptions dialog(*m_map, m_host->ui);
+        MapDocument& doc = m_canvas->Document();
+        frmOptions dialog(*m_canvas, m_host->ui);
         dialog.OpenOnTab(2502); // Shape #2501, Shapes[2500]
         QTabBar* tabs = Tabs(dialog);
         QVERIFY(tabs->count() < 100);
@@ -77,7 +65,7 @@ private slots:
     void steppingWalksTheWholeRange()
     {
         AddShapes(300);
-        frmOptions dialog(*m_map, m_host->ui);
+        frmOptions dialog(*m_canvas, m_host->ui);
         dialog.OpenOnTab(2);
         QTabBar* tabs = Tabs(dialog);
         QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Shape #1"));
@@ -94,9 +82,6 @@ private slots:
     }
 
 private:
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_map;
-
     void AddShapes(int Count)
     {
         std::vector<PatShape> shapes;
@@ -108,7 +93,7 @@ private:
             shapes.push_back(s);
             order.push_back(static_cast<std::int16_t>(i));
         }
-        m_map->Document().AdoptShapes(std::move(shapes), std::move(order));
+        m_canvas->Document().AdoptShapes(std::move(shapes), std::move(order));
     }
     static QTabBar* Tabs(QDialog& dialog)
     {
