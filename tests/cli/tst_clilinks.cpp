@@ -18,10 +18,108 @@ class TestCliLinks : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void printsOneLinePerLink();
-    void jsonAndExitStatus();
-    void wrongUsageAndUnreadableMaps();
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QVERIFY(m_server.IsListening());
+        QImage picture(120, 80, QImage::Format_RGB32);
+        picture.fill(Qt::green);
+        QVERIFY(picture.save(Path("pic.png")));
+        QVERIFY(WriteBytes(Path("about.htm"), {}));
+    }
+
+    void printsOneLinePerLink()
+    {
+        const QString server = m_server.Url("").toString();
+        SaveMap("all.imp",
+                {server + "/ok", server + "/moved", server + "/missing", server + "/error",
+                 server + "/nohead", server + "/slow", server + "/loop", server + "/drop",
+                 "about.htm", "gone.htm", "mailto:ann@x.org", "http://s.com:99999/"},
+                QString());
+        const Run run = Cli({"links", "--timeout", "0.5", "all.imp"});
+        QCOMPARE(run.exitCode, 3);
+        QCOMPARE(run.err, QByteArray());
+        const QString folder = QUrl::fromLocalFile(m_dir.path()).toString();
+        const QStringList expected{
+            "Shape #1\tOK 200\t" + server + "/ok",
+            "Shape #2\tMoved → " + server + "/ok\t" + server + "/moved",
+            "Shape #3\tBroken 404\t" + server + "/missing",
+            "Shape #4\tServer error 500\t" + server + "/error",
+            "Shape #5\tOK 200\t" + server + "/nohead",
+            "Shape #6\tTimed out\t" + server + "/slow",
+            "Shape #7\tRedirect loop\t" + server + "/loop",
+            "Shape #8\tUnreachable: connection closed without an answer\t" + server + "/drop",
+            // Without a base, relative links are files beside the picture.
+            "Shape #9\tOK (file)\t" + folder + "/about.htm",
+            "Shape #10\tFile missing\t" + folder + "/gone.htm",
+            "Shape #11\tNot checked (mailto)\tmailto:ann@x.org",
+            "Shape #12\tMalformed: bad port\thttp://s.com:99999/",
+            "Default area\tNo address\t",
+        };
+        QCOMPARE(QString::fromUtf8(run.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts), expected);
+    }
+
+    void jsonAndExitStatus()
+    {
+        SaveMap("relative.imp", {"ok", "nohead#part"}, QStringLiteral("moved"));
+        const QString base = m_server.Url("/").toString();
+        const Run plain = Cli({"links", "--base", base, "relative.imp"});
+        QCOMPARE(plain.exitCode, 0);
+        QCOMPARE(plain.out,
+                 ("Shape #1\tOK 200\t" + base + "ok\nShape #2\tOK 200\t" + base +
+                  "nohead#part\nDefault area\tMoved → " + base + "ok\t" + base + "moved\n")
+                     .toUtf8());
+
+        const Run run = Cli({"links", "--json", "--base", base, "relative.imp"});
+        QCOMPARE(run.exitCode, 0);
+        QJsonParseError error;
+        const QJsonObject json = QJsonDocument::fromJson(run.out, &error).object();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(json.value("broken").toInt(), 0);
+        QCOMPARE(json.value("summary").toString(),
+                 QStringLiteral("3 links: 0 broken, 2 OK, 1 moved."));
+        const QJsonArray links = json.value("links").toArray();
+        QCOMPARE(links.size(), 3);
+        const QJsonObject moved = links[2].toObject();
+        QCOMPARE(moved.value("link").toString(), QStringLiteral("Default area"));
+        QCOMPARE(moved.value("url").toString(), QStringLiteral("moved"));
+        QCOMPARE(moved.value("address").toString(), base + "moved");
+        QCOMPARE(moved.value("state").toString(), QStringLiteral("moved"));
+        QCOMPARE(moved.value("code").toInt(), 200);
+        QCOMPARE(moved.value("final").toString(), base + "ok");
+        QCOMPARE(moved.value("broken").toBool(), false);
+
+        // A broken link turns the exit status to 3, in JSON too.
+        SaveMap("broken.imp", {m_server.Url("/missing").toString()}, QString());
+        const Run broken = Cli({"links", "--json", "broken.imp"});
+        QCOMPARE(broken.exitCode, 3);
+        const QJsonObject first =
+            QJsonDocument::fromJson(broken.out).object().value("links").toArray()[0].toObject();
+        QCOMPARE(first.value("status").toString(), QStringLiteral("Broken 404"));
+        QCOMPARE(first.value("code").toInt(), 404);
+        QCOMPARE(first.value("broken").toBool(), true);
+    }
+
+    void wrongUsageAndUnreadableMaps()
+    {
+        for (const QStringList& arguments :
+             {QStringList{"links"}, QStringList{"links", "--base"}, QStringList{"links", "a", "b"},
+              QStringList{"links", "--timeout", "0", "a.imp"},
+              QStringList{"links", "--timeout", "soon", "a.imp"},
+              QStringList{"dump", "--base", "x", "a.imp"}}) {
+            const Run run = Cli(arguments);
+            QCOMPARE(run.exitCode, 2);
+            QVERIFY(run.err.startsWith("Usage: vantrel-cli"));
+        }
+        QVERIFY(WriteBytes(Path("bad.imp"), "not a map\r\n"));
+        for (const char* name : {"bad.imp", "absent.imp"}) {
+            const Run run = Cli({"links", QString::fromLatin1(name)});
+            QCOMPARE(run.exitCode, 1);
+            QCOMPARE(run.out, QByteArray());
+            QVERIFY(!run.err.isEmpty());
+        }
+        QVERIFY(Cli({"--help"}).out.contains("links [--base URL] [--json]"));
+    }
 
 private:
     Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
@@ -45,107 +143,6 @@ void TestCliLinks::SaveMap(const QString& name, const QStringList& urls,
         AddShapeRow(map, QStringLiteral("1|0,0,10,0,10,10,0,10|") + url + QStringLiteral("||||0|"));
     map.DefURL = defURL;
     QVERIFY(MapFile::SaveMap(map, Path(name)).ok);
-}
-
-void TestCliLinks::initTestCase()
-{
-    QVERIFY(m_dir.isValid());
-    QVERIFY(m_server.IsListening());
-    QImage picture(120, 80, QImage::Format_RGB32);
-    picture.fill(Qt::green);
-    QVERIFY(picture.save(Path("pic.png")));
-    QVERIFY(WriteBytes(Path("about.htm"), {}));
-}
-
-void TestCliLinks::printsOneLinePerLink()
-{
-    const QString server = m_server.Url("").toString();
-    SaveMap("all.imp",
-            {server + "/ok", server + "/moved", server + "/missing", server + "/error",
-             server + "/nohead", server + "/slow", server + "/loop", server + "/drop", "about.htm",
-             "gone.htm", "mailto:ann@x.org", "http://s.com:99999/"},
-            QString());
-    const Run run = Cli({"links", "--timeout", "0.5", "all.imp"});
-    QCOMPARE(run.exitCode, 3);
-    QCOMPARE(run.err, QByteArray());
-    const QString folder = QUrl::fromLocalFile(m_dir.path()).toString();
-    const QStringList expected{
-        "Shape #1\tOK 200\t" + server + "/ok",
-        "Shape #2\tMoved → " + server + "/ok\t" + server + "/moved",
-        "Shape #3\tBroken 404\t" + server + "/missing",
-        "Shape #4\tServer error 500\t" + server + "/error",
-        "Shape #5\tOK 200\t" + server + "/nohead",
-        "Shape #6\tTimed out\t" + server + "/slow",
-        "Shape #7\tRedirect loop\t" + server + "/loop",
-        "Shape #8\tUnreachable: connection closed without an answer\t" + server + "/drop",
-        // Without a base, relative links are files beside the picture.
-        "Shape #9\tOK (file)\t" + folder + "/about.htm",
-        "Shape #10\tFile missing\t" + folder + "/gone.htm",
-        "Shape #11\tNot checked (mailto)\tmailto:ann@x.org",
-        "Shape #12\tMalformed: bad port\thttp://s.com:99999/",
-        "Default area\tNo address\t",
-    };
-    QCOMPARE(QString::fromUtf8(run.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts), expected);
-}
-
-void TestCliLinks::jsonAndExitStatus()
-{
-    SaveMap("relative.imp", {"ok", "nohead#part"}, QStringLiteral("moved"));
-    const QString base = m_server.Url("/").toString();
-    const Run plain = Cli({"links", "--base", base, "relative.imp"});
-    QCOMPARE(plain.exitCode, 0);
-    QCOMPARE(plain.out, ("Shape #1\tOK 200\t" + base + "ok\nShape #2\tOK 200\t" + base +
-                         "nohead#part\nDefault area\tMoved → " + base + "ok\t" + base + "moved\n")
-                            .toUtf8());
-
-    const Run run = Cli({"links", "--json", "--base", base, "relative.imp"});
-    QCOMPARE(run.exitCode, 0);
-    QJsonParseError error;
-    const QJsonObject json = QJsonDocument::fromJson(run.out, &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    QCOMPARE(json.value("broken").toInt(), 0);
-    QCOMPARE(json.value("summary").toString(), QStringLiteral("3 links: 0 broken, 2 OK, 1 moved."));
-    const QJsonArray links = json.value("links").toArray();
-    QCOMPARE(links.size(), 3);
-    const QJsonObject moved = links[2].toObject();
-    QCOMPARE(moved.value("link").toString(), QStringLiteral("Default area"));
-    QCOMPARE(moved.value("url").toString(), QStringLiteral("moved"));
-    QCOMPARE(moved.value("address").toString(), base + "moved");
-    QCOMPARE(moved.value("state").toString(), QStringLiteral("moved"));
-    QCOMPARE(moved.value("code").toInt(), 200);
-    QCOMPARE(moved.value("final").toString(), base + "ok");
-    QCOMPARE(moved.value("broken").toBool(), false);
-
-    // A broken link turns the exit status to 3, in JSON too.
-    SaveMap("broken.imp", {m_server.Url("/missing").toString()}, QString());
-    const Run broken = Cli({"links", "--json", "broken.imp"});
-    QCOMPARE(broken.exitCode, 3);
-    const QJsonObject first =
-        QJsonDocument::fromJson(broken.out).object().value("links").toArray()[0].toObject();
-    QCOMPARE(first.value("status").toString(), QStringLiteral("Broken 404"));
-    QCOMPARE(first.value("code").toInt(), 404);
-    QCOMPARE(first.value("broken").toBool(), true);
-}
-
-void TestCliLinks::wrongUsageAndUnreadableMaps()
-{
-    for (const QStringList& arguments :
-         {QStringList{"links"}, QStringList{"links", "--base"}, QStringList{"links", "a", "b"},
-          QStringList{"links", "--timeout", "0", "a.imp"},
-          QStringList{"links", "--timeout", "soon", "a.imp"},
-          QStringList{"dump", "--base", "x", "a.imp"}}) {
-        const Run run = Cli(arguments);
-        QCOMPARE(run.exitCode, 2);
-        QVERIFY(run.err.startsWith("Usage: vantrel-cli"));
-    }
-    QVERIFY(WriteBytes(Path("bad.imp"), "not a map\r\n"));
-    for (const char* name : {"bad.imp", "absent.imp"}) {
-        const Run run = Cli({"links", QString::fromLatin1(name)});
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(run.out, QByteArray());
-        QVERIFY(!run.err.isEmpty());
-    }
-    QVERIFY(Cli({"--help"}).out.contains("links [--base URL] [--json]"));
 }
 
 QTEST_GUILESS_MAIN(TestCliLinks)

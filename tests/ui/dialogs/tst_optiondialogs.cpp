@@ -17,14 +17,137 @@ class TestOptionDialogs : public QObject, CanvasFixture
 {
     Q_OBJECT
 private slots:
-    void coloursApplyLiveAndResetRestores();
-    void spacingEntry_data();
-    void spacingEntry();
-    void gridSpacingAndCheckBoxes();
-    void imageSize_data();
-    void imageSize();
-    void zoom_data();
-    void zoom();
+    void coloursApplyLiveAndResetRestores()
+    {
+        MapDocument& doc = Map().Document();
+        doc.FocusColor = RGBColor(64, 128, 255);
+        doc.BorderColor = RGBColor(1, 2, 3);
+        const std::int16_t index = doc.AddShape();
+        doc.Shape(index).SetInfo(doc.Surface(), doc.NonFocusColor, Rectangle, 1.0, 10, 10);
+        doc.BringToTop(index);
+        ColorPicker picker(*m_canvas, m_host->ui);
+        Child<QScrollBar>(picker, "ScrollRed")->setValue(200);
+        QCOMPARE(doc.FocusColor, RGBColor(200, 128, 255));
+        QCOMPARE(doc.TopShape().ShapeColor, RGBColor(200, 128, 255));
+        Child<QRadioButton>(picker, "Option3")->click();
+        Child<QScrollBar>(picker, "ScrollGreen")->setValue(250);
+        Click(picker, "Command1");
+        QCOMPARE(doc.FocusColor, RGBColor(64, 128, 255));
+        QCOMPARE(doc.BorderColor, RGBColor(1, 2, 3));
+        QCOMPARE(doc.TopShape().ShapeColor, RGBColor(64, 128, 255));
+        // The bars show the selected colour as it was at opening.
+        QCOMPARE(Child<QScrollBar>(picker, "ScrollGreen")->value(), 2);
+    }
+
+    void spacingEntry_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("bar"); // -1: the bar stays
+        QTest::addColumn<QString>("left");
+        QTest::newRow("in range") << "50" << 50 << "50";
+        QTest::newRow("lowest") << "4" << 4 << "4";
+        QTest::newRow("highest") << "100" << 100 << "100";
+        QTest::newRow("below") << "3" << -1 << "20";
+        QTest::newRow("above") << "150" << -1 << "20";
+        QTest::newRow("empty") << "" << -1 << "20";
+    }
+
+    // The spacing box: typing moves the bar only in range, leaving corrects the text.
+    void spacingEntry()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, bar);
+        QFETCH(QString, left);
+        const SteppedNumberEntry spacing(4, 100);
+        QCOMPARE(spacing.ScrollValueFor(text).value_or(-1), bar);
+        QCOMPARE(spacing.TextOnLeave(text, 20), left);
+    }
+
+    void gridSpacingAndCheckBoxes()
+    {
+        ShapeCanvas& map = Map();
+        GridForm form(map, m_host->ui);
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QLineEdit* box = Child(form, "txtSpacing");
+        auto* display = Child<QCheckBox>(form, "Check1");
+        auto* snap = Child<QCheckBox>(form, "Check2");
+        box->setFocus();
+        box->clear();
+        QTest::keyClicks(box, QStringLiteral("3a-x.0"));
+        QCOMPARE(box->text(), QStringLiteral("30"));
+        QCOMPARE(Child<QScrollBar>(form, "WidthSize")->value(), 30);
+        box->setText(QStringLiteral("150"));
+        display->setFocus();
+        QTRY_COMPARE(box->text(), QStringLiteral("30"));
+        snap->click();
+        QVERIFY(display->isChecked());
+        display->click();
+        QVERIFY(!snap->isChecked());
+        display->click();
+        QVERIFY(!snap->isChecked());
+    }
+
+    void imageSize_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("height");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("20 x 20") << 20 << 20 << QString();
+        QTest::newRow("19 x 19: width first") << 19 << 19 << "The width of the image is too small.";
+        QTest::newRow("20 x 19") << 20 << 19 << "The height of the image is too small.";
+        QTest::newRow("2000 x 2001") << 2000 << 2001 << "The image size is too big.";
+    }
+
+    void imageSize()
+    {
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFETCH(QString, message);
+        ShapeCanvas& map = Map();
+        ImageSize dialog(map, m_host->ui);
+        dialog.show();
+        Child(dialog, "txtWidth")->setText(QString::number(width));
+        Child(dialog, "txtHeight")->setText(QString::number(height));
+        Click(dialog, "Command1");
+        QCOMPARE(m_host->ui.messageTexts().join(QString()), message);
+        QCOMPARE(dialog.isVisible(), !message.isEmpty());
+        QCOMPARE(Child(dialog, "txtWidth")->text(), QString::number(width));
+        QCOMPARE(map.Document().SWidth, message.isEmpty() ? width : 300);
+        QCOMPARE(map.Document().SHeight, message.isEmpty() ? height : 200);
+    }
+
+    void zoom_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("height");
+        QTest::addColumn<QString>("percent");
+        QTest::addColumn<double>("level"); // 1.0: refused
+        QTest::newRow("155") << 300 << 200 << "155" << 1.6;
+        QTest::newRow("145") << 300 << 200 << "145" << 1.4;
+        QTest::newRow("exactly 4,000,000 pixels") << 1000 << 1000 << "200" << 2.0;
+        QTest::newRow("one row more") << 1000 << 1001 << "200" << 1.0;
+    }
+
+    void zoom()
+    {
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFETCH(QString, percent);
+        QFETCH(double, level);
+        ShapeCanvas& map = Map(width, height);
+        Zoom dialog(map, m_host->ui);
+        dialog.show();
+        Child(dialog, "txtZooming")->setText(percent);
+        Click(dialog, "Command1");
+        QCOMPARE(map.Document().ZoomLevel, level);
+        const bool refused = level == 1.0;
+        QCOMPARE(dialog.isVisible(), refused);
+        QCOMPARE(m_host->ui.messageTexts(),
+                 refused ? QStringList({"Zoom level is too great for an image of this size."})
+                         : QStringList());
+    }
 
 private:
     ShapeCanvas& Map(int width = 300, int height = 200) { return NewCanvas(width, height); }
@@ -37,138 +160,6 @@ private:
         QTest::mouseClick(Child<QPushButton>(dialog, name), Qt::LeftButton);
     }
 };
-
-void TestOptionDialogs::coloursApplyLiveAndResetRestores()
-{
-    MapDocument& doc = Map().Document();
-    doc.FocusColor = RGBColor(64, 128, 255);
-    doc.BorderColor = RGBColor(1, 2, 3);
-    const std::int16_t index = doc.AddShape();
-    doc.Shape(index).SetInfo(doc.Surface(), doc.NonFocusColor, Rectangle, 1.0, 10, 10);
-    doc.BringToTop(index);
-    ColorPicker picker(*m_canvas, m_host->ui);
-    Child<QScrollBar>(picker, "ScrollRed")->setValue(200);
-    QCOMPARE(doc.FocusColor, RGBColor(200, 128, 255));
-    QCOMPARE(doc.TopShape().ShapeColor, RGBColor(200, 128, 255));
-    Child<QRadioButton>(picker, "Option3")->click();
-    Child<QScrollBar>(picker, "ScrollGreen")->setValue(250);
-    Click(picker, "Command1");
-    QCOMPARE(doc.FocusColor, RGBColor(64, 128, 255));
-    QCOMPARE(doc.BorderColor, RGBColor(1, 2, 3));
-    QCOMPARE(doc.TopShape().ShapeColor, RGBColor(64, 128, 255));
-    // The bars show the selected colour as it was at opening.
-    QCOMPARE(Child<QScrollBar>(picker, "ScrollGreen")->value(), 2);
-}
-
-void TestOptionDialogs::spacingEntry_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("bar"); // -1: the bar stays
-    QTest::addColumn<QString>("left");
-    QTest::newRow("in range") << "50" << 50 << "50";
-    QTest::newRow("lowest") << "4" << 4 << "4";
-    QTest::newRow("highest") << "100" << 100 << "100";
-    QTest::newRow("below") << "3" << -1 << "20";
-    QTest::newRow("above") << "150" << -1 << "20";
-    QTest::newRow("empty") << "" << -1 << "20";
-}
-
-// The spacing box: typing moves the bar only in range, leaving corrects the text.
-void TestOptionDialogs::spacingEntry()
-{
-    QFETCH(QString, text);
-    QFETCH(int, bar);
-    QFETCH(QString, left);
-    const SteppedNumberEntry spacing(4, 100);
-    QCOMPARE(spacing.ScrollValueFor(text).value_or(-1), bar);
-    QCOMPARE(spacing.TextOnLeave(text, 20), left);
-}
-
-void TestOptionDialogs::gridSpacingAndCheckBoxes()
-{
-    ShapeCanvas& map = Map();
-    GridForm form(map, m_host->ui);
-    form.show();
-    form.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    QLineEdit* box = Child(form, "txtSpacing");
-    auto* display = Child<QCheckBox>(form, "Check1");
-    auto* snap = Child<QCheckBox>(form, "Check2");
-    box->setFocus();
-    box->clear();
-    QTest::keyClicks(box, QStringLiteral("3a-x.0"));
-    QCOMPARE(box->text(), QStringLiteral("30"));
-    QCOMPARE(Child<QScrollBar>(form, "WidthSize")->value(), 30);
-    box->setText(QStringLiteral("150"));
-    display->setFocus();
-    QTRY_COMPARE(box->text(), QStringLiteral("30"));
-    snap->click();
-    QVERIFY(display->isChecked());
-    display->click();
-    QVERIFY(!snap->isChecked());
-    display->click();
-    QVERIFY(!snap->isChecked());
-}
-
-void TestOptionDialogs::imageSize_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("20 x 20") << 20 << 20 << QString();
-    QTest::newRow("19 x 19: width first") << 19 << 19 << "The width of the image is too small.";
-    QTest::newRow("20 x 19") << 20 << 19 << "The height of the image is too small.";
-    QTest::newRow("2000 x 2001") << 2000 << 2001 << "The image size is too big.";
-}
-
-void TestOptionDialogs::imageSize()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(QString, message);
-    ShapeCanvas& map = Map();
-    ImageSize dialog(map, m_host->ui);
-    dialog.show();
-    Child(dialog, "txtWidth")->setText(QString::number(width));
-    Child(dialog, "txtHeight")->setText(QString::number(height));
-    Click(dialog, "Command1");
-    QCOMPARE(m_host->ui.messageTexts().join(QString()), message);
-    QCOMPARE(dialog.isVisible(), !message.isEmpty());
-    QCOMPARE(Child(dialog, "txtWidth")->text(), QString::number(width));
-    QCOMPARE(map.Document().SWidth, message.isEmpty() ? width : 300);
-    QCOMPARE(map.Document().SHeight, message.isEmpty() ? height : 200);
-}
-
-void TestOptionDialogs::zoom_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<QString>("percent");
-    QTest::addColumn<double>("level"); // 1.0: refused
-    QTest::newRow("155") << 300 << 200 << "155" << 1.6;
-    QTest::newRow("145") << 300 << 200 << "145" << 1.4;
-    QTest::newRow("exactly 4,000,000 pixels") << 1000 << 1000 << "200" << 2.0;
-    QTest::newRow("one row more") << 1000 << 1001 << "200" << 1.0;
-}
-
-void TestOptionDialogs::zoom()
-{
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(QString, percent);
-    QFETCH(double, level);
-    ShapeCanvas& map = Map(width, height);
-    Zoom dialog(map, m_host->ui);
-    dialog.show();
-    Child(dialog, "txtZooming")->setText(percent);
-    Click(dialog, "Command1");
-    QCOMPARE(map.Document().ZoomLevel, level);
-    const bool refused = level == 1.0;
-    QCOMPARE(dialog.isVisible(), refused);
-    QCOMPARE(m_host->ui.messageTexts(),
-             refused ? QStringList({"Zoom level is too great for an image of this size."})
-                     : QStringList());
-}
 
 QTEST_MAIN(TestOptionDialogs)
 #include "tst_optiondialogs.moc"

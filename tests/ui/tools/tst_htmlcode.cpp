@@ -19,12 +19,107 @@ class TestHtmlCode : public QObject
     Q_OBJECT
 private slots:
     void init() { m_s = std::make_unique<Session>(); }
-    void copyPutsTheWholeTextOnTheClipboard();
-    void whatNowText();
-    void testPageHasItsFourLines();
-    void importReadsUpperCaseTags();
-    void importRefusalKeepsDialogAndMap_data();
-    void importRefusalKeepsDialogAndMap();
+
+    void copyPutsTheWholeTextOnTheClipboard()
+    {
+        const QString code =
+            QStringLiteral("<area shape=\"rect\" coords=\"1,0,9,9\">\r\n").repeated(400) + "</map>";
+        GeneratedCodeForm form(code, m_s->host.ui);
+        QGuiApplication::clipboard()->setText(QStringLiteral("something else"));
+        QTest::mouseClick(form.findChild<QPushButton*>("Command1"), Qt::LeftButton);
+        QCOMPARE(QGuiApplication::clipboard()->text(), code);
+    }
+
+    void whatNowText()
+    {
+        GeneratedCodeForm form(QStringLiteral("<map></map>"), m_s->host.ui);
+        QTest::mouseClick(form.findChild<QPushButton*>("Command2"), Qt::LeftButton);
+        QCOMPARE(
+            m_s->host.ui.messageTexts(),
+            QStringList(
+                {"This is the HTML code for the image map.  Just copy and paste it into your HTML "
+                 "document.  Note that you may want to change the SRC property of the IMG tag if "
+                 "your "
+                 "image is located in a certain directory at your site.  Also, if you are using an "
+                 "HTML editor and aren't too familiar with what to do, here are two things you can "
+                 "do:\n\n1) Open up Notepad or Wordpad and load the *.htm or *.html file.  Then go "
+                 "to "
+                 "the area where you want the picture to appear and paste the code in.\n\n2) Many "
+                 "editors let you edit the code to the document manually, I'm not sure what this "
+                 "feature is called in most, but if you are familiar with it, you can do it that "
+                 "way "
+                 "too."}));
+    }
+
+    void testPageHasItsFourLines()
+    {
+        QTemporaryDir dir;
+        ScriptedModalUi ui;
+        const QString folder = dir.path() + QLatin1Char('/');
+        // An earlier, longer page must not leave its tail behind.
+        MapTest::Run(QStringLiteral("<map name=\"first\"></map> and a long tail of text"), ui,
+                     folder);
+        QVERIFY(ui.messages.isEmpty());
+        ui.desktopOpens = false;
+        const QString code =
+            QStringLiteral("<map name=\"MyMap\">\r\n<area shape=\"rect\">\r\n</map>");
+        const QString page = MapTest::Run(code, ui, folder);
+        QCOMPARE(page, folder + QStringLiteral("Image_Map_Test.htm"));
+        QFile file(page);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
+                                            "<BODY BGCOLOR=\"#FFFFFF\">\r\n") +
+                                     code.toLatin1() + QByteArray("\r\n</BODY></HTML>\r\n"));
+        QCOMPARE(ui.opened, QStringList({page, page}));
+        QCOMPARE(ui.messageTexts(),
+                 QStringList({"There was an error while trying to open the default browser."}));
+    }
+
+    void importReadsUpperCaseTags()
+    {
+        Import(QStringLiteral(
+            "<MAP NAME=\"Shop\">\n"
+            "<AREA SHAPE=RECT COORDS=\"10,20,60,80\" HREF=\"Pages/Shoes.HTM\" "
+            "ALT=\"Shoes\">\n<AREA SHAPE=\"CIRCLE\" COORDS=\"100,100,25\" HREF=\"a.htm\">\n"
+            "<AREA SHAPE=\"DEFAULT\" COORDS=\"0,0,9,9\" HREF=\"Index.HTM\" ALT=\"Home\">\n</MAP>"));
+        QVERIFY(m_s->host.ui.messages.isEmpty());
+        QVERIFY(!m_s->dialog.isVisible());
+        const MapDocument& doc = m_s->map.Document();
+        QCOMPARE(doc.ItemCount(), std::int16_t(1));
+        QCOMPARE(doc.Shape(0).GetShapeType(), std::int16_t(Rectangle));
+        QCOMPARE(doc.GetURL(0), QStringLiteral("pages/shoes.htm"));
+        QCOMPARE(doc.GetComment(0), QStringLiteral("shoes"));
+        QCOMPARE(doc.Shape(1).GetShapeType(), std::int16_t(Circle));
+        QCOMPARE(doc.DefURL, QStringLiteral("index.htm"));
+        QCOMPARE(doc.DefComment, QStringLiteral("home"));
+    }
+
+    void importRefusalKeepsDialogAndMap_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("message");
+        const QString area = QStringLiteral("<area shape=\"rect\" coords=\"1,2,3,4\">");
+        QTest::newRow("no map tag") << area << "Map tag not found.";
+        QTest::newRow("no coords")
+            << "<map name=\"m\"><area shape=\"rect\"></map>"
+            << "There was an error, please check the HTML code you paste in.";
+        QTest::newRow("the paste hint") << "Paste HTML Code Here\n"
+                                        << "Map tag not found.";
+    }
+
+    void importRefusalKeepsDialogAndMap()
+    {
+        QFETCH(QString, code);
+        QFETCH(QString, message);
+        Import(code);
+        QCOMPARE(m_s->host.ui.messageTexts(), QStringList({message}));
+        QVERIFY(m_s->dialog.isVisible());
+        QCOMPARE(m_s->dialog.findChild<QPlainTextEdit*>("Text1")->toPlainText(), code);
+        const MapDocument& doc = m_s->map.Document();
+        QCOMPARE(doc.ItemCount(), std::int16_t(0));
+        QCOMPARE(doc.GetURL(0), QStringLiteral("old.htm"));
+        QCOMPARE(doc.DefURL, QStringLiteral("old.htm"));
+    }
 
 private:
     // Pastes Code into the import dialog of a map holding one old shape and generates.
@@ -47,101 +142,6 @@ private:
     };
     std::unique_ptr<Session> m_s;
 };
-
-void TestHtmlCode::copyPutsTheWholeTextOnTheClipboard()
-{
-    const QString code =
-        QStringLiteral("<area shape=\"rect\" coords=\"1,0,9,9\">\r\n").repeated(400) + "</map>";
-    GeneratedCodeForm form(code, m_s->host.ui);
-    QGuiApplication::clipboard()->setText(QStringLiteral("something else"));
-    QTest::mouseClick(form.findChild<QPushButton*>("Command1"), Qt::LeftButton);
-    QCOMPARE(QGuiApplication::clipboard()->text(), code);
-}
-
-void TestHtmlCode::whatNowText()
-{
-    GeneratedCodeForm form(QStringLiteral("<map></map>"), m_s->host.ui);
-    QTest::mouseClick(form.findChild<QPushButton*>("Command2"), Qt::LeftButton);
-    QCOMPARE(
-        m_s->host.ui.messageTexts(),
-        QStringList(
-            {"This is the HTML code for the image map.  Just copy and paste it into your HTML "
-             "document.  Note that you may want to change the SRC property of the IMG tag if your "
-             "image is located in a certain directory at your site.  Also, if you are using an "
-             "HTML editor and aren't too familiar with what to do, here are two things you can "
-             "do:\n\n1) Open up Notepad or Wordpad and load the *.htm or *.html file.  Then go to "
-             "the area where you want the picture to appear and paste the code in.\n\n2) Many "
-             "editors let you edit the code to the document manually, I'm not sure what this "
-             "feature is called in most, but if you are familiar with it, you can do it that way "
-             "too."}));
-}
-
-void TestHtmlCode::testPageHasItsFourLines()
-{
-    QTemporaryDir dir;
-    ScriptedModalUi ui;
-    const QString folder = dir.path() + QLatin1Char('/');
-    // An earlier, longer page must not leave its tail behind.
-    MapTest::Run(QStringLiteral("<map name=\"first\"></map> and a long tail of text"), ui, folder);
-    QVERIFY(ui.messages.isEmpty());
-    ui.desktopOpens = false;
-    const QString code = QStringLiteral("<map name=\"MyMap\">\r\n<area shape=\"rect\">\r\n</map>");
-    const QString page = MapTest::Run(code, ui, folder);
-    QCOMPARE(page, folder + QStringLiteral("Image_Map_Test.htm"));
-    QFile file(page);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
-                                        "<BODY BGCOLOR=\"#FFFFFF\">\r\n") +
-                                 code.toLatin1() + QByteArray("\r\n</BODY></HTML>\r\n"));
-    QCOMPARE(ui.opened, QStringList({page, page}));
-    QCOMPARE(ui.messageTexts(),
-             QStringList({"There was an error while trying to open the default browser."}));
-}
-
-void TestHtmlCode::importReadsUpperCaseTags()
-{
-    Import(QStringLiteral(
-        "<MAP NAME=\"Shop\">\n"
-        "<AREA SHAPE=RECT COORDS=\"10,20,60,80\" HREF=\"Pages/Shoes.HTM\" "
-        "ALT=\"Shoes\">\n<AREA SHAPE=\"CIRCLE\" COORDS=\"100,100,25\" HREF=\"a.htm\">\n"
-        "<AREA SHAPE=\"DEFAULT\" COORDS=\"0,0,9,9\" HREF=\"Index.HTM\" ALT=\"Home\">\n</MAP>"));
-    QVERIFY(m_s->host.ui.messages.isEmpty());
-    QVERIFY(!m_s->dialog.isVisible());
-    const MapDocument& doc = m_s->map.Document();
-    QCOMPARE(doc.ItemCount(), std::int16_t(1));
-    QCOMPARE(doc.Shape(0).GetShapeType(), std::int16_t(Rectangle));
-    QCOMPARE(doc.GetURL(0), QStringLiteral("pages/shoes.htm"));
-    QCOMPARE(doc.GetComment(0), QStringLiteral("shoes"));
-    QCOMPARE(doc.Shape(1).GetShapeType(), std::int16_t(Circle));
-    QCOMPARE(doc.DefURL, QStringLiteral("index.htm"));
-    QCOMPARE(doc.DefComment, QStringLiteral("home"));
-}
-
-void TestHtmlCode::importRefusalKeepsDialogAndMap_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("message");
-    const QString area = QStringLiteral("<area shape=\"rect\" coords=\"1,2,3,4\">");
-    QTest::newRow("no map tag") << area << "Map tag not found.";
-    QTest::newRow("no coords") << "<map name=\"m\"><area shape=\"rect\"></map>"
-                               << "There was an error, please check the HTML code you paste in.";
-    QTest::newRow("the paste hint") << "Paste HTML Code Here\n"
-                                    << "Map tag not found.";
-}
-
-void TestHtmlCode::importRefusalKeepsDialogAndMap()
-{
-    QFETCH(QString, code);
-    QFETCH(QString, message);
-    Import(code);
-    QCOMPARE(m_s->host.ui.messageTexts(), QStringList({message}));
-    QVERIFY(m_s->dialog.isVisible());
-    QCOMPARE(m_s->dialog.findChild<QPlainTextEdit*>("Text1")->toPlainText(), code);
-    const MapDocument& doc = m_s->map.Document();
-    QCOMPARE(doc.ItemCount(), std::int16_t(0));
-    QCOMPARE(doc.GetURL(0), QStringLiteral("old.htm"));
-    QCOMPARE(doc.DefURL, QStringLiteral("old.htm"));
-}
 
 QTEST_MAIN(TestHtmlCode)
 #include "tst_htmlcode.moc"

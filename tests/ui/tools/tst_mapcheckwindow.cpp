@@ -20,8 +20,79 @@ class TestMapCheckWindow : public QObject
 {
     Q_OBJECT
 private slots:
-    void menuItemFollowsTheUrlChecker();
-    void findingsLeadBackToTheirShapes();
+    void menuItemFollowsTheUrlChecker()
+    {
+        ScriptedModalUi ui;
+        MDIForm1 frame(ui);
+        auto* tools = frame.findChild<QMenu*>("tools");
+        QVERIFY(tools);
+        QStringList names;
+        for (QAction* action : tools->actions())
+            names << action->objectName();
+        QCOMPARE(names, QStringList({"ConvertToShapes", "mnuURLChecker", "mnuCheckMap"}));
+        auto* check = frame.findChild<QAction*>("mnuCheckMap");
+        QCOMPARE(check->text(), QStringLiteral("Check Map"));
+        // Like the other tools, it needs an open map.
+        QVERIFY(!check->isEnabled());
+        check->trigger();
+        QVERIFY(!frame.findChild<MapCheckWindow*>());
+        ui.answers.fill(true, 4);
+    }
+
+    void findingsLeadBackToTheirShapes()
+    {
+        ScriptedModalUi ui;
+        MDIForm1 frame(ui);
+        frame.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&frame));
+        ShapeCanvas* map = NewMap(frame, ui);
+        QVERIFY(map);
+        MapDocument& d = map->Document();
+        AddShapeRow(d, "1|10,10,100,10,100,100,10,100|a.htm|Big|||0|");
+        AddShapeRow(d, "1|20,20,40,20,40,40,20,40|b.htm|Hidden|||0|");
+        AddShapeRow(d, "1|200,10,250,10,250,60,200,60|#||||0|");
+        d.BringToTop(0);
+
+        QAction* check = frame.findChild<QAction*>("mnuCheckMap");
+        QVERIFY(check->isEnabled());
+        check->trigger();
+        auto* window = frame.findChild<MapCheckWindow*>("MapCheckWindow");
+        QVERIFY(window && window->isVisible());
+        QVERIFY(!window->isModal());
+        QCOMPARE(window->windowTitle(), QStringLiteral("Check Map"));
+        const MapFindingsModel& model = window->Findings();
+        QCOMPARE(model.rowCount(), 3);
+        QCOMPARE(model.index(0, 0).data().toString(), QStringLiteral("Shape #2"));
+        QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("Shape #3"));
+        QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("3 findings."));
+
+        // A double click on the hidden shape's finding brings that shape to the top.
+        auto* list = window->findChild<QTreeView*>("lstFindings");
+        const QRect row = list->visualRect(model.index(0, 2));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QCOMPARE(d.ShapeOrder().front(), std::int16_t(1));
+        // Enter on the next one does the same.
+        list->setFocus();
+        list->setCurrentIndex(model.index(1, 0));
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(d.ShapeOrder().front(), std::int16_t(2));
+
+        // Fix the problems, check again: the hidden shape moved into the open.
+        d.SetURL(2, QStringLiteral("c.htm"));
+        d.SetComment(2, QStringLiteral("C"));
+        const QPoint corners[] = {{150, 150}, {170, 150}, {170, 170}, {150, 170}};
+        for (std::int16_t p = 0; p < 4; ++p)
+            d.Shape(1).SetPoint(p, corners[p].x(), corners[p].y());
+        QTest::mouseClick(window->findChild<QPushButton*>("btnCheckAgain"), Qt::LeftButton);
+        QCOMPARE(model.rowCount(), 0);
+        QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("no problems found."));
+
+        // Reused, not stacked up, on the next check.
+        check->trigger();
+        QCOMPARE(frame.findChildren<MapCheckWindow*>().size(), 1);
+        ui.answers.fill(true, 4);
+    }
 
 private:
     ShapeCanvas* NewMap(MDIForm1& frame, ScriptedModalUi& ui)
@@ -34,80 +105,6 @@ private:
     }
     QTemporaryDir m_dir;
 };
-
-void TestMapCheckWindow::menuItemFollowsTheUrlChecker()
-{
-    ScriptedModalUi ui;
-    MDIForm1 frame(ui);
-    auto* tools = frame.findChild<QMenu*>("tools");
-    QVERIFY(tools);
-    QStringList names;
-    for (QAction* action : tools->actions())
-        names << action->objectName();
-    QCOMPARE(names, QStringList({"ConvertToShapes", "mnuURLChecker", "mnuCheckMap"}));
-    auto* check = frame.findChild<QAction*>("mnuCheckMap");
-    QCOMPARE(check->text(), QStringLiteral("Check Map"));
-    // Like the other tools, it needs an open map.
-    QVERIFY(!check->isEnabled());
-    check->trigger();
-    QVERIFY(!frame.findChild<MapCheckWindow*>());
-    ui.answers.fill(true, 4);
-}
-
-void TestMapCheckWindow::findingsLeadBackToTheirShapes()
-{
-    ScriptedModalUi ui;
-    MDIForm1 frame(ui);
-    frame.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&frame));
-    ShapeCanvas* map = NewMap(frame, ui);
-    QVERIFY(map);
-    MapDocument& d = map->Document();
-    AddShapeRow(d, "1|10,10,100,10,100,100,10,100|a.htm|Big|||0|");
-    AddShapeRow(d, "1|20,20,40,20,40,40,20,40|b.htm|Hidden|||0|");
-    AddShapeRow(d, "1|200,10,250,10,250,60,200,60|#||||0|");
-    d.BringToTop(0);
-
-    QAction* check = frame.findChild<QAction*>("mnuCheckMap");
-    QVERIFY(check->isEnabled());
-    check->trigger();
-    auto* window = frame.findChild<MapCheckWindow*>("MapCheckWindow");
-    QVERIFY(window && window->isVisible());
-    QVERIFY(!window->isModal());
-    QCOMPARE(window->windowTitle(), QStringLiteral("Check Map"));
-    const MapFindingsModel& model = window->Findings();
-    QCOMPARE(model.rowCount(), 3);
-    QCOMPARE(model.index(0, 0).data().toString(), QStringLiteral("Shape #2"));
-    QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("Shape #3"));
-    QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("3 findings."));
-
-    // A double click on the hidden shape's finding brings that shape to the top.
-    auto* list = window->findChild<QTreeView*>("lstFindings");
-    const QRect row = list->visualRect(model.index(0, 2));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
-    QCOMPARE(d.ShapeOrder().front(), std::int16_t(1));
-    // Enter on the next one does the same.
-    list->setFocus();
-    list->setCurrentIndex(model.index(1, 0));
-    QTest::keyClick(list, Qt::Key_Return);
-    QCOMPARE(d.ShapeOrder().front(), std::int16_t(2));
-
-    // Fix the problems, check again: the hidden shape moved into the open.
-    d.SetURL(2, QStringLiteral("c.htm"));
-    d.SetComment(2, QStringLiteral("C"));
-    const QPoint corners[] = {{150, 150}, {170, 150}, {170, 170}, {150, 170}};
-    for (std::int16_t p = 0; p < 4; ++p)
-        d.Shape(1).SetPoint(p, corners[p].x(), corners[p].y());
-    QTest::mouseClick(window->findChild<QPushButton*>("btnCheckAgain"), Qt::LeftButton);
-    QCOMPARE(model.rowCount(), 0);
-    QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("no problems found."));
-
-    // Reused, not stacked up, on the next check.
-    check->trigger();
-    QCOMPARE(frame.findChildren<MapCheckWindow*>().size(), 1);
-    ui.answers.fill(true, 4);
-}
 
 int main(int argc, char** argv)
 {

@@ -99,9 +99,82 @@ class TestWebHit : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase();
-    void pointsReachTheirAreas_data();
-    void pointsReachTheirAreas();
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QImage picture(Width, Height, QImage::Format_RGB32);
+        picture.fill(Qt::darkCyan);
+        QVERIFY(picture.save(m_dir.filePath("pic.png")));
+        m_view = std::make_unique<QWebEngineView>();
+        m_view->resize(900, 700);
+        m_view->show();
+    }
+
+    void pointsReachTheirAreas_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<quint32>("seed");
+        for (MapFormat format : {MapFormat::Html5, MapFormat::Svg}) {
+            QTest::addRow("%s, overlapping shapes", qPrintable(MapFormats::Name(format)))
+                << int(format) << 0u;
+            for (quint32 seed : {7u, 1234u})
+                QTest::addRow("%s, random map %u", qPrintable(MapFormats::Name(format)), seed)
+                    << int(format) << seed;
+        }
+    }
+
+    void pointsReachTheirAreas()
+    {
+        QFETCH(int, format);
+        QFETCH(quint32, seed);
+        MapDocument d;
+        if (seed == 0) {
+            AddShape(d, Rectangle, "20,20,160,20,160,140,20,140");
+            AddShape(d, Circle, "120,60,220,60,220,160,120,160");    // half under the rectangle
+            AddShape(d, Rectangle, "40,40,80,40,80,80,40,80");       // wholly under it: never wins
+            AddShape(d, Polygon, "180,130,380,170,300,280,170,260"); // partly under the circle
+            d.DefURL = QStringLiteral("rest.htm");
+        } else {
+            d = RandomMap(seed);
+        }
+        d.SWidth = Width;
+        d.SHeight = Height;
+        d.ImageName = QStringLiteral("pic.png");
+        d.MapName = QStringLiteral("Hits");
+        d.MapStyle = 1; // effects must not get in the way
+
+        std::vector<std::pair<int, QPoint>> points = ClickablePoints(d);
+        QStringList expected;
+        for (const auto& point : points)
+            expected << QStringLiteral("s%1.htm").arg(point.first);
+        if (seed == 0) {
+            QCOMPARE(points.size(), std::size_t(3)); // shape 2 is covered
+            // Where the rectangle and the circle overlap, the rectangle (written first) wins;
+            // where the circle and the polygon do, the circle.
+            points.push_back({0, QPoint(140, 100)});
+            points.push_back({1, QPoint(190, 140)});
+            points.push_back({-1, QPoint(390, 10)});
+            expected << QStringLiteral("s0.htm") << QStringLiteral("s1.htm")
+                     << QStringLiteral("rest.htm");
+        }
+
+        const MapFormat chosen = static_cast<MapFormat>(format);
+        const FormattedMapCode code =
+            FormattedMapCode::Generate(d, chosen, MapCodeGenerator::Form::Viewing);
+        QVERIFY(Load(code.TestPageText(chosen)));
+        QCOMPARE(HrefsAt(points), expected);
+
+        if (chosen == MapFormat::Svg) {
+            // The overlay scales with the picture.
+            bool done = false;
+            m_view->page()->runJavaScript(
+                QStringLiteral("document.querySelector('.map-Hits').style.width = '%1px';")
+                    .arg(Width / 2),
+                [&](const QVariant&) { done = true; });
+            QVERIFY(QTest::qWaitFor([&] { return done; }, 30000));
+            QCOMPARE(HrefsAt(points), expected);
+        }
+    }
 
 private:
     // The href of the area or link under each point (picture pixels scaled to the
@@ -112,17 +185,6 @@ private:
     QTemporaryDir m_dir;
     std::unique_ptr<QWebEngineView> m_view;
 };
-
-void TestWebHit::initTestCase()
-{
-    QVERIFY(m_dir.isValid());
-    QImage picture(Width, Height, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
-    QVERIFY(picture.save(m_dir.filePath("pic.png")));
-    m_view = std::make_unique<QWebEngineView>();
-    m_view->resize(900, 700);
-    m_view->show();
-}
 
 bool TestWebHit::Load(const QString& page)
 {
@@ -160,72 +222,6 @@ QStringList TestWebHit::HrefsAt(const std::vector<std::pair<int, QPoint>>& point
     for (const QJsonValue& v : QJsonDocument::fromJson(result.toUtf8()).array())
         hrefs << v.toString();
     return hrefs;
-}
-
-void TestWebHit::pointsReachTheirAreas_data()
-{
-    QTest::addColumn<int>("format");
-    QTest::addColumn<quint32>("seed");
-    for (MapFormat format : {MapFormat::Html5, MapFormat::Svg}) {
-        QTest::addRow("%s, overlapping shapes", qPrintable(MapFormats::Name(format)))
-            << int(format) << 0u;
-        for (quint32 seed : {7u, 1234u})
-            QTest::addRow("%s, random map %u", qPrintable(MapFormats::Name(format)), seed)
-                << int(format) << seed;
-    }
-}
-
-void TestWebHit::pointsReachTheirAreas()
-{
-    QFETCH(int, format);
-    QFETCH(quint32, seed);
-    MapDocument d;
-    if (seed == 0) {
-        AddShape(d, Rectangle, "20,20,160,20,160,140,20,140");
-        AddShape(d, Circle, "120,60,220,60,220,160,120,160");    // half under the rectangle
-        AddShape(d, Rectangle, "40,40,80,40,80,80,40,80");       // wholly under it: never wins
-        AddShape(d, Polygon, "180,130,380,170,300,280,170,260"); // partly under the circle
-        d.DefURL = QStringLiteral("rest.htm");
-    } else {
-        d = RandomMap(seed);
-    }
-    d.SWidth = Width;
-    d.SHeight = Height;
-    d.ImageName = QStringLiteral("pic.png");
-    d.MapName = QStringLiteral("Hits");
-    d.MapStyle = 1; // effects must not get in the way
-
-    std::vector<std::pair<int, QPoint>> points = ClickablePoints(d);
-    QStringList expected;
-    for (const auto& point : points)
-        expected << QStringLiteral("s%1.htm").arg(point.first);
-    if (seed == 0) {
-        QCOMPARE(points.size(), std::size_t(3)); // shape 2 is covered
-        // Where the rectangle and the circle overlap, the rectangle (written first) wins;
-        // where the circle and the polygon do, the circle.
-        points.push_back({0, QPoint(140, 100)});
-        points.push_back({1, QPoint(190, 140)});
-        points.push_back({-1, QPoint(390, 10)});
-        expected << QStringLiteral("s0.htm") << QStringLiteral("s1.htm")
-                 << QStringLiteral("rest.htm");
-    }
-
-    const MapFormat chosen = static_cast<MapFormat>(format);
-    const FormattedMapCode code =
-        FormattedMapCode::Generate(d, chosen, MapCodeGenerator::Form::Viewing);
-    QVERIFY(Load(code.TestPageText(chosen)));
-    QCOMPARE(HrefsAt(points), expected);
-
-    if (chosen == MapFormat::Svg) {
-        // The overlay scales with the picture.
-        bool done = false;
-        m_view->page()->runJavaScript(
-            QStringLiteral("document.querySelector('.map-Hits').style.width = '%1px';")
-                .arg(Width / 2),
-            [&](const QVariant&) { done = true; });
-        QVERIFY(QTest::qWaitFor([&] { return done; }, 30000));
-        QCOMPARE(HrefsAt(points), expected);
-    }
 }
 
 int main(int argc, char** argv)
