@@ -1,16 +1,10 @@
-#include "FakeCanvasHost.h"
+#include "CanvasFixture.h"
 #include "FileBytes.h"
 #include "ShapeBuilders.h"
-#include "core/document/OpenMapCount.h"
 #include "core/interchange/MapFile.h"
-#include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 #include <cmath>
-#include <memory>
 
 namespace {
 
@@ -20,13 +14,11 @@ const QString SaveError = QStringLiteral("There was an error while trying to sav
 
 // Maps as files meet them in the map window: whatever the reader accepts opens and
 // edits, and a save goes back to the file that was opened.
-class TestCanvasFiles : public QObject
+class TestCanvasFiles : public QObject, CanvasFixture
 {
     Q_OBJECT
 private:
     QTemporaryDir m_dir;
-    std::unique_ptr<FakeCanvasHost> m_host;
-    std::unique_ptr<ShapeCanvas> m_canvas;
 
     QString Path(const QString& name) const { return m_dir.filePath(name); }
     MapDocument Blank() const
@@ -48,28 +40,15 @@ private:
         m_canvas->show();
         return m_canvas->OpenMapFile(path);
     }
-    MapDocument& Doc() { return m_canvas->Document(); }
-    QWidget* Surface() { return &m_canvas->Surface(); }
-    void Consistent()
-    {
-        QVERIFY2(MapInconsistency(Doc()).isEmpty(), qPrintable(MapInconsistency(Doc())));
-    }
 
 private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
-        QImage picture(320, 200, QImage::Format_RGB32);
-        picture.fill(Qt::white);
-        QVERIFY(picture.save(Path("pic.png")));
+        QVERIFY(WhitePicture(320, 200).save(Path("pic.png")));
     }
 
-    void cleanup()
-    {
-        m_canvas.reset();
-        m_host.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanup() { CloseCanvas(); }
 
     // A grid pitch no dialog can set used to loop for ever before the window painted.
     void finestGridOpens()
@@ -105,7 +84,7 @@ private slots:
         m_canvas->SetZoomLevel(2.0);
         QCOMPARE(m_host->ui.messageTexts(), QStringList());
         QCOMPARE(Doc().Shape(32767).Points().back(), (ShapePoint{134, 238}));
-        QTest::mouseClick(Surface(), Qt::LeftButton, {}, {5, 5});
+        Click({5, 5});
         QTest::keyClick(Surface(), Qt::Key_Delete);
         QCOMPARE(Doc().ItemCount(), std::int16_t(32766));
         Consistent();
@@ -127,9 +106,7 @@ private slots:
         m_canvas->SetZoomLevel(2.0);
         m_canvas->SetZoomLevel(1.0);
         // A drag on the body moves every vertex.
-        QTest::mousePress(Surface(), Qt::LeftButton, {}, {160, 100});
-        QTest::mouseMove(Surface(), {170, 105});
-        QTest::mouseRelease(Surface(), Qt::LeftButton, {}, {170, 105});
+        Drag({160, 100}, {170, 105});
         QCOMPARE(m_host->ui.messageTexts(), QStringList());
         QCOMPARE(Doc().Shape(0).Points().front(), (ShapePoint{250, 105}));
         const ShapePoint last = points.back();
