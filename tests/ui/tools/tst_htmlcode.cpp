@@ -1,4 +1,5 @@
 #include "FakeCanvasHost.h"
+#include "FileBytes.h"
 #include "core/interchange/MapTest.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/tools/ConvertHTMLtoMap.h"
@@ -65,11 +66,9 @@ private slots:
             QStringLiteral("<map name=\"MyMap\">\r\n<area shape=\"rect\">\r\n</map>");
         const QString page = MapTest::Run(code, ui, folder);
         QCOMPARE(page, folder + QStringLiteral("Image_Map_Test.htm"));
-        QFile file(page);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
-                                            "<BODY BGCOLOR=\"#FFFFFF\">\r\n") +
-                                     code.toLatin1() + QByteArray("\r\n</BODY></HTML>\r\n"));
+        QCOMPARE(ReadBytes(page), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
+                                             "<BODY BGCOLOR=\"#FFFFFF\">\r\n") +
+                                      code.toLatin1() + QByteArray("\r\n</BODY></HTML>\r\n"));
         QCOMPARE(ui.opened, QStringList({page, page}));
         QCOMPARE(ui.messageTexts(),
                  QStringList({"There was an error while trying to open the default browser."}));

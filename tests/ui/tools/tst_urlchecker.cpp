@@ -1,4 +1,5 @@
 #include "FakeCanvasHost.h"
+#include "FileBytes.h"
 #include "LocalHttpServer.h"
 #include "core/base/Module1.h"
 #include "core/interchange/LinkTableModel.h"
@@ -255,10 +256,8 @@ private slots:
         QTemporaryDir dir;
         const QString path = dir.filePath(URLHelpPage::FileName());
         QVERIFY(URLHelpPage::Write(path));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(
-            file.readAll(),
+            ReadBytes(path),
             QByteArray("<HTML><HEAD><TITLE>About URL Testing</TITLE></HEAD>\r\n"
                        "<BODY BGCOLOR=\"#FFFFFF\" TEXT=\"#000000\">\r\n"
                        "This feature allows you to check and see if the URLs you set in the "
