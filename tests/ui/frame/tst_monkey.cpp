@@ -27,26 +27,6 @@ QByteArray ReadFile(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// What users type into the dialogs' fields: numbers in and out of range, links, texts
-// with quotes, commas, tabs and characters beyond Windows-1252.
-const char* const Typed[] = {"",
-                             "0",
-                             "7",
-                             "150",
-                             "100",
-                             "-5",
-                             "99999",
-                             "  ",
-                             "http://a.example/?q=1,2",
-                             "#",
-                             "say \"hi\"",
-                             "x\ty",
-                             "\xc3\x9c"
-                             "n\xc3\xaf"
-                             "code \xe2\x82\xac",
-                             "a,b",
-                             "\xe6\x97\xa5\xe6\x9c\xac"};
-
 // The frame's commands a monkey may pick; the URL checker (an embedded browser) and Exit
 // are left out.
 const char* const Commands[] = {
@@ -112,7 +92,18 @@ class TestMonkey : public QObject
     }
 
     int Pick(int n) { return static_cast<int>(m_random.bounded(n)); }
-    QString AnyText() { return QString::fromUtf8(Typed[Pick(int(std::size(Typed)))]); }
+    // What users type into the dialogs' fields: numbers in and out of range, links, texts
+    // with quotes, commas, tabs and characters beyond Windows-1252.
+    QString AnyText()
+    {
+        static const QStringList typed =
+            QString::fromUtf8("|0|7|150|100|-5|99999|  |http://a.example/?q=1,2|#|say \"hi\"|x\ty|"
+                              "\xc3\x9c"
+                              "n\xc3\xaf"
+                              "code \xe2\x82\xac|a,b|\xe6\x97\xa5\xe6\x9c\xac")
+                .split(QLatin1Char('|'));
+        return typed.at(Pick(int(typed.size())));
+    }
 
     void AnswerDialog(QDialog& dialog)
     {
@@ -257,25 +248,21 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
-        QImage wide(420, 300, QImage::Format_RGB32);
-        wide.fill(Qt::white);
-        QVERIFY(wide.save(m_dir.filePath(QStringLiteral("pic0.png"))));
-        QImage tall(200, 640, QImage::Format_RGB32);
-        tall.fill(Qt::lightGray);
-        QVERIFY(tall.save(m_dir.filePath(QStringLiteral("pic1.png"))));
+        for (int i = 0; i < 2; ++i) { // a wide picture and a tall one
+            QImage picture(i == 0 ? QSize(420, 300) : QSize(200, 640), QImage::Format_RGB32);
+            picture.fill(i == 0 ? Qt::white : Qt::lightGray);
+            QVERIFY(picture.save(m_dir.filePath(QStringLiteral("pic%1.png").arg(i))));
+        }
     }
 
     void randomUserEvents()
     {
-        const quint32 seed = qEnvironmentVariableIsSet("VANTREL_MONKEY_SEED")
-                                 ? quint32(qEnvironmentVariableIntValue("VANTREL_MONKEY_SEED"))
-                                 : 20261123u;
-        const int events = qEnvironmentVariableIsSet("VANTREL_MONKEY_EVENTS")
-                               ? qEnvironmentVariableIntValue("VANTREL_MONKEY_EVENTS")
-                               : 5000;
-        const qint64 seconds = qEnvironmentVariableIsSet("VANTREL_MONKEY_SECONDS")
-                                   ? qEnvironmentVariableIntValue("VANTREL_MONKEY_SECONDS")
-                                   : 240;
+        const auto setting = [](const char* name, int otherwise) {
+            return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
+        };
+        const quint32 seed = quint32(setting("VANTREL_MONKEY_SEED", 20261123));
+        const int events = setting("VANTREL_MONKEY_EVENTS", 5000);
+        const qint64 seconds = setting("VANTREL_MONKEY_SECONDS", 240);
         qInfo("seed %u, up to %d events in %lld s", seed, events, seconds);
         m_random.seed(seed);
 

@@ -52,7 +52,15 @@ class TestRecoverMaps : public QObject
         {
             frame.findChild<QAction*>(QString::fromLatin1(name))->trigger();
         }
-        void Draw(ShapeCanvas& map, QPoint from, QPoint to)
+        // A new map, kept every 20 ms.
+        ShapeCanvas* NewMap(const QString& picture)
+        {
+            frame.Recovery()->Store().Timer().setInterval(20);
+            ui.pictures.enqueue(picture);
+            Trigger("NewMap");
+            return frame.ActiveMapWindow();
+        }
+        void Draw(ShapeCanvas& map, QPoint from = {10, 10}, QPoint to = {80, 60})
         {
             Trigger("RectangleMode");
             QWidget* surface = map.findChild<QWidget*>(QStringLiteral("TheCanvas"));
@@ -73,10 +81,6 @@ class TestRecoverMaps : public QObject
         }
         return path;
     }
-    static QByteArray Bytes(const ShapeCanvas& map, const QString& name)
-    {
-        return MapFile::MapBytes(map.Document(), name);
-    }
     static QByteArray FileBytes(const QString& path)
     {
         QFile file(path);
@@ -84,24 +88,19 @@ class TestRecoverMaps : public QObject
     }
     // Edits a saved map in a run, and leaves its recovery file as a killed run would.
     // Returns the map's bytes as last kept.
-    QByteArray EditAndKill(const QString& Saved, QString* Left = nullptr)
+    QByteArray EditAndKill(const QString& Saved, QString& Left)
     {
         Run run;
         run.frame.StartRecovery(Folder());
-        run.frame.Recovery()->Store().Timer().setInterval(20);
-        run.ui.pictures.enqueue(Picture());
-        run.Trigger("NewMap");
-        ShapeCanvas* map = run.frame.ActiveMapWindow();
-        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        ShapeCanvas* map = run.NewMap(Picture());
+        run.Draw(*map);
         run.ui.mapNamesToSave.enqueue(Saved);
         run.Trigger("menuSaveMap");
         run.Draw(*map, QPoint(120, 90), QPoint(200, 150));
         map->SelectShape(0);
         [&] { QTRY_VERIFY(!run.frame.Recovery()->FileOf(*map).isEmpty()); }();
-        const QString left = LeaveAsKilled(Folder(), run.frame.Recovery()->FileOf(*map));
-        if (Left != nullptr)
-            *Left = left;
-        return Bytes(*map, Saved);
+        Left = LeaveAsKilled(Folder(), run.frame.Recovery()->FileOf(*map));
+        return MapFile::MapBytes(map->Document(), Saved);
     }
 
 private slots:
@@ -114,14 +113,11 @@ private slots:
         QVERIFY(!run.frame.StartRecovery(Folder()));
         QVERIFY(run.dialogs.isEmpty());
         RecoveryKeeper& keeper = *run.frame.Recovery();
-        keeper.Store().Timer().setInterval(20);
-        run.ui.pictures.enqueue(Picture());
-        run.Trigger("NewMap");
-        ShapeCanvas* map = run.frame.ActiveMapWindow();
+        ShapeCanvas* map = run.NewMap(Picture());
         QTest::qWait(60);
         QVERIFY(keeper.FileOf(*map).isEmpty());
 
-        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        run.Draw(*map);
         QTRY_VERIFY(!keeper.FileOf(*map).isEmpty());
         // Undone back to where it started: nothing to recover.
         run.frame.Undo();
@@ -147,11 +143,8 @@ private slots:
         {
             Run run;
             run.frame.StartRecovery(Folder());
-            run.frame.Recovery()->Store().Timer().setInterval(20);
-            run.ui.pictures.enqueue(Picture());
-            run.Trigger("NewMap");
-            ShapeCanvas* map = run.frame.ActiveMapWindow();
-            run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+            ShapeCanvas* map = run.NewMap(Picture());
+            run.Draw(*map);
             QTRY_VERIFY(!run.frame.Recovery()->FileOf(*map).isEmpty());
             kept = run.frame.Recovery()->FileOf(*map);
             // The program ends without the window being closed (the session ends).
@@ -159,7 +152,6 @@ private slots:
         }
         QVERIFY(QFile::exists(kept));
         Run next;
-        next.script = [](QDialog& dialog) { dialog.reject(); };
         next.frame.StartRecovery(Folder());
         QCOMPARE(next.dialogs, QStringList{QStringLiteral("Recover Maps")});
     }
@@ -169,7 +161,7 @@ private slots:
         const QString saved = m_dir.filePath(QStringLiteral("plan.imp"));
         QFile::remove(saved);
         QString left;
-        const QByteArray lastKept = EditAndKill(saved, &left);
+        const QByteArray lastKept = EditAndKill(saved, left);
         const QByteArray onDisk = FileBytes(saved);
         QVERIFY(onDisk != lastKept);
 
@@ -190,7 +182,7 @@ private slots:
 
         ShapeCanvas* map = next.frame.ActiveMapWindow();
         QVERIFY(map != nullptr);
-        QCOMPARE(Bytes(*map, saved), lastKept);
+        QCOMPARE(MapFile::MapBytes(map->Document(), saved), lastKept);
         QVERIFY(map->IsModified());
         QCOMPARE(map->FileName(), saved);
         QCOMPARE(map->windowTitle(), QStringLiteral("plan.imp"));
@@ -213,7 +205,7 @@ private slots:
     {
         const QString saved = m_dir.filePath(QStringLiteral("later.imp"));
         QString left;
-        EditAndKill(saved, &left);
+        EditAndKill(saved, left);
         {
             Run later;
             QVERIFY(!later.frame.StartRecovery(Folder()));
@@ -237,7 +229,7 @@ private slots:
     void aCorruptFileIsNamedWithTheReasonAndSetAside()
     {
         QString left;
-        EditAndKill(m_dir.filePath(QStringLiteral("broken.imp")), &left);
+        EditAndKill(m_dir.filePath(QStringLiteral("broken.imp")), left);
         QFile file(left);
         QVERIFY(file.resize(40));
 
@@ -268,11 +260,8 @@ private slots:
         const QString said = run.frame.statusBar()->currentMessage();
         QVERIFY2(said.startsWith(QStringLiteral("Recovery files cannot be written")),
                  qPrintable(said));
-        run.frame.Recovery()->Store().Timer().setInterval(20);
-        run.ui.pictures.enqueue(Picture());
-        run.Trigger("NewMap");
-        ShapeCanvas* map = run.frame.ActiveMapWindow();
-        run.Draw(*map, QPoint(10, 10), QPoint(80, 60));
+        ShapeCanvas* map = run.NewMap(Picture());
+        run.Draw(*map);
         QTest::qWait(80);
         QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
         QVERIFY(run.frame.Recovery()->FileOf(*map).isEmpty());

@@ -118,9 +118,7 @@ private slots:
         QTest::keyClick(&map->Surface(), Qt::Key_Tab);
         QCOMPARE(SelectedShape(), 2);
         // The row follows a drag: the box columns show where the shape went.
-        QTest::mousePress(&map->Surface(), Qt::LeftButton, {}, {260, 30});
-        QTest::mouseMove(&map->Surface(), {270, 40});
-        QTest::mouseRelease(&map->Surface(), Qt::LeftButton, {}, {270, 40});
+        Draw(*map, "pointermode", {{260, 30}, {270, 40}});
         QCOMPARE(List().model()->index(2, ShapeListModel::Left).data().toInt(), 260);
         // Deleting shrinks the list.
         Trigger("DeleteShape");

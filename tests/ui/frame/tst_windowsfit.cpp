@@ -42,7 +42,7 @@
 class TestWindowsFit : public QObject
 {
     Q_OBJECT
-    using Factory = std::function<QWidget*(MDIForm1&, ShapeCanvas&, QWidget*)>;
+    using Factory = std::function<QWidget*(MDIForm1&, ShapeCanvas&)>;
 
     QTemporaryDir m_dir;
     ScriptedModalUi m_ui;
@@ -50,10 +50,16 @@ class TestWindowsFit : public QObject
     ScreenFitter m_fitter;
 
     QScreen* Screen(int index) const { return QGuiApplication::screens().value(index); }
-    ShapeCanvas* OpenPicture(int width, int height)
+    // The frame moved onto a screen, with a big map open.
+    ShapeCanvas* FrameOn(int screen)
     {
-        const QString path = m_dir.filePath(QStringLiteral("pic%1.png").arg(width));
-        QImage picture(width, height, QImage::Format_RGB32);
+        m_frame->hide();
+        m_frame->move(Screen(screen)->availableGeometry().topLeft() + QPoint(10, 10));
+        m_frame->show();
+        if (m_frame->ActiveMapWindow() != nullptr)
+            return m_frame->ActiveMapWindow();
+        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
+        QImage picture(2400, 1600, QImage::Format_RGB32);
         picture.fill(Qt::darkCyan);
         picture.save(path);
         m_ui.pictures.enqueue(path);
@@ -69,6 +75,11 @@ class TestWindowsFit : public QObject
         }
         m_frame->ActiveMapWindow()->Document().AdoptShapes(std::move(shapes), std::move(order));
         return m_frame->ActiveMapWindow();
+    }
+    template <typename T> static std::pair<const char*, Factory> Dialog(const char* name)
+    {
+        return {name,
+                [](MDIForm1& f, ShapeCanvas& m) -> QWidget* { return new T(m, f.Dialogs(), &f); }};
     }
     static QString Where(const QWidget& window)
     {
@@ -90,216 +101,186 @@ class TestWindowsFit : public QObject
     }
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase();
-    void placement_data();
-    void placement();
-    void everyIconIsDrawnForTheScreen();
-    void toolStripShrinksWhenShort();
-    void frameWithShapesPanel_data();
-    void frameWithShapesPanel();
-    void everyWindow_data();
-    void everyWindow();
-};
-
-void TestWindowsFit::initTestCase()
-{
-    QVERIFY(m_dir.isValid());
-    QCOMPARE(QGuiApplication::screens().size(), 2);
-    QCOMPARE(Screen(0)->geometry(), QRect(0, 0, 640, 512));
-    QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
-    QCOMPARE(Screen(0)->devicePixelRatio(), 2.0);
-    qApp->installEventFilter(&m_fitter);
-    m_frame = std::make_unique<MDIForm1>(m_ui);
-    m_frame->ExecDialog = [](QDialog& dialog) { return dialog.result(); };
-}
-
-void TestWindowsFit::cleanupTestCase()
-{
-    m_ui.answers.fill(true, 20);
-    m_frame.reset();
-    QCOMPARE(OpenMapCount, std::int16_t(0));
-}
-
-void TestWindowsFit::placement_data()
-{
-    QTest::addColumn<QRect>("window");
-    QTest::addColumn<QSize>("minimum");
-    QTest::addColumn<QRect>("placed");
-    // Screen 0 is 640 x 512; the window's frame adds what the platform gives it.
-    QTest::newRow("fits: stays") << QRect(100, 80, 300, 200) << QSize(50, 50)
-                                 << QRect(100, 80, 300, 200);
-    QTest::newRow("too wide and tall: shrinks onto the screen")
-        << QRect(-140, -84, 920, 680) << QSize(200, 150) << QRect();
-    QTest::newRow("off the right edge: moves in")
-        << QRect(500, 100, 300, 200) << QSize(50, 50) << QRect();
-}
-
-void TestWindowsFit::placement()
-{
-    QFETCH(QRect, window);
-    QFETCH(QSize, minimum);
-    QFETCH(QRect, placed);
-    QWidget widget;
-    widget.setMinimumSize(minimum);
-    widget.setGeometry(window);
-    widget.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&widget));
-    CheckFits(widget);
-    if (!placed.isNull())
-        QCOMPARE(widget.geometry(), placed);
-    // Shown again after the user dragged it half off: back on the screen.
-    widget.hide();
-    widget.move(-200, 400);
-    widget.show();
-    CheckFits(widget);
-}
-
-void TestWindowsFit::everyIconIsDrawnForTheScreen()
-{
-    // Scalable pictures only: drawn for twice the pixels, a 26-pixel icon is 52 wide.
-    const QStringList icons = QDir(QStringLiteral(":/icons")).entryList(QDir::Files);
-    QVERIFY(icons.size() > 30);
-    for (const QString& name : icons) {
-        QVERIFY2(name.endsWith(QLatin1String(".svg")), qPrintable(name));
-        const QPixmap pixmap = QIcon(QStringLiteral(":/icons/") + name)
-                                   .pixmap(QSize(26, 26), Screen(0)->devicePixelRatio());
-        QVERIFY2(pixmap.width() == 52 && !pixmap.toImage().isNull(), qPrintable(name));
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QCOMPARE(QGuiApplication::screens().size(), 2);
+        QCOMPARE(Screen(0)->geometry(), QRect(0, 0, 640, 512));
+        QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
+        QCOMPARE(Screen(0)->devicePixelRatio(), 2.0);
+        qApp->installEventFilter(&m_fitter);
+        m_frame = std::make_unique<MDIForm1>(m_ui);
+        m_frame->ExecDialog = [](QDialog& dialog) { return dialog.result(); };
     }
-}
 
-void TestWindowsFit::toolStripShrinksWhenShort()
-{
-    ToolStrip strip;
-    strip.resize(strip.width(), 600);
-    strip.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&strip));
-    const auto buttons = strip.findChildren<QToolButton*>();
-    QCOMPARE(buttons.size(), 19);
-    const auto allShown = [&] {
-        for (const QToolButton* button : buttons) {
-            const QRect onStrip(button->mapTo(&strip, QPoint(0, 0)), button->size());
-            if (!strip.rect().contains(onStrip))
-                return false;
+    void cleanupTestCase()
+    {
+        m_ui.answers.fill(true, 20);
+        m_frame.reset();
+        QCOMPARE(OpenMapCount, std::int16_t(0));
+    }
+
+    void placement_data()
+    {
+        QTest::addColumn<QRect>("window");
+        QTest::addColumn<QSize>("minimum");
+        QTest::addColumn<QRect>("placed");
+        // Screen 0 is 640 x 512; the window's frame adds what the platform gives it.
+        QTest::newRow("fits: stays")
+            << QRect(100, 80, 300, 200) << QSize(50, 50) << QRect(100, 80, 300, 200);
+        QTest::newRow("too wide and tall: shrinks onto the screen")
+            << QRect(-140, -84, 920, 680) << QSize(200, 150) << QRect();
+        QTest::newRow("off the right edge: moves in")
+            << QRect(500, 100, 300, 200) << QSize(50, 50) << QRect();
+    }
+
+    void placement()
+    {
+        QFETCH(QRect, window);
+        QFETCH(QSize, minimum);
+        QFETCH(QRect, placed);
+        QWidget widget;
+        widget.setMinimumSize(minimum);
+        widget.setGeometry(window);
+        widget.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&widget));
+        CheckFits(widget);
+        if (!placed.isNull())
+            QCOMPARE(widget.geometry(), placed);
+        // Shown again after the user dragged it half off: back on the screen.
+        widget.hide();
+        widget.move(-200, 400);
+        widget.show();
+        CheckFits(widget);
+    }
+
+    void everyIconIsDrawnForTheScreen()
+    {
+        // Scalable pictures only: drawn for twice the pixels, a 26-pixel icon is 52 wide.
+        const QStringList icons = QDir(QStringLiteral(":/icons")).entryList(QDir::Files);
+        QVERIFY(icons.size() > 30);
+        for (const QString& name : icons) {
+            QVERIFY2(name.endsWith(QLatin1String(".svg")), qPrintable(name));
+            const QPixmap pixmap = QIcon(QStringLiteral(":/icons/") + name)
+                                       .pixmap(QSize(26, 26), Screen(0)->devicePixelRatio());
+            QVERIFY2(pixmap.width() == 52 && !pixmap.toImage().isNull(), qPrintable(name));
         }
-        return true;
-    };
-    QVERIFY(!strip.IsCompact());
-    QVERIFY(allShown());
-    const int fullSize = buttons.first()->height();
-    // As short as the strip may be: smaller buttons, every one of them still there.
-    strip.resize(strip.width(), strip.minimumHeight());
-    QVERIFY(strip.IsCompact());
-    QVERIFY(buttons.first()->height() < fullSize);
-    QVERIFY(allShown());
-    strip.resize(strip.width(), 600);
-    QVERIFY(!strip.IsCompact());
-    QCOMPARE(buttons.first()->height(), fullSize);
-}
-
-void TestWindowsFit::frameWithShapesPanel_data()
-{
-    QTest::addColumn<int>("screen");
-    QTest::newRow("1280 x 1024 at 2x") << 0;
-    QTest::newRow("1280 x 1024 at 1.5x") << 1;
-}
-
-void TestWindowsFit::frameWithShapesPanel()
-{
-    QFETCH(int, screen);
-    const QRect available = Screen(screen)->availableGeometry();
-    m_frame->hide();
-    m_frame->move(available.topLeft() + QPoint(10, 10));
-    m_frame->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
-    if (m_frame->ActiveMapWindow() == nullptr)
-        QVERIFY(OpenPicture(2400, 1600) != nullptr);
-    auto* panel = m_frame->findChild<QDockWidget*>();
-    QVERIFY(panel != nullptr);
-    panel->show();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_frame->screen(), Screen(screen));
-    CheckFits(*m_frame);
-    // A panel pulled off the frame stays on the screen too.
-    panel->setFloating(true);
-    panel->move(available.bottomRight() - QPoint(20, 20));
-    panel->hide();
-    panel->show();
-    QVERIFY(QTest::qWaitForWindowExposed(panel));
-    CheckFits(*panel);
-    panel->setFloating(false);
-}
-
-void TestWindowsFit::everyWindow_data()
-{
-    QTest::addColumn<int>("screen");
-    QTest::addColumn<Factory>("make");
-    const std::pair<const char*, Factory> windows[] = {
-        {"properties",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new frmOptions(m, f.Dialogs(), &f); }},
-        {"colours",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new ColorPicker(m, f.Dialogs(), &f); }},
-        {"grid",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new GridForm(m, f.Dialogs(), &f); }},
-        {"image size",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new ImageSize(m, f.Dialogs(), &f); }},
-        {"zoom",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new Zoom(m, f.Dialogs(), &f); }},
-        {"code window",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) {
-             auto* form = new GeneratedCodeForm(QString(80, QLatin1Char('x')), f.Dialogs(), &f);
-             form->SetFormats(GeneratedCodeForm::FormatsOf(m));
-             return form;
-         }},
-        {"HTML import", [](MDIForm1& f, ShapeCanvas& m,
-                           QWidget*) { return new ConvertHTMLtoMap(m, f.Dialogs(), &f); }},
-        {"URL checker",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) { return new URLChecker(m, f.Dialogs(), &f); }},
-        {"check map",
-         [](MDIForm1& f, ShapeCanvas& m, QWidget*) {
-             auto* window = new MapCheckWindow(&f);
-             window->Check(m);
-             return window;
-         }},
-        {"credits", [](MDIForm1& f, ShapeCanvas&, QWidget*) { return new Credits(&f); }},
-        {"start-up",
-         [](MDIForm1& f, ShapeCanvas&, QWidget*) { return new StartUp(f.Dialogs(), &f); }},
-        {"splash", [](MDIForm1&, ShapeCanvas&, QWidget*) { return new frmSplash; }},
-        {"message",
-         [](MDIForm1& f, ShapeCanvas&, QWidget*) {
-             return new QMessageBox(QMessageBox::Critical, QStringLiteral("Corvane"),
-                                    QStringLiteral("There was an error while trying to load "
-                                                   "the file."),
-                                    QMessageBox::Ok, &f);
-         }},
-        {"file dialog",
-         [](MDIForm1& f, ShapeCanvas&, QWidget*) {
-             return new QFileDialog(&f, QStringLiteral("Load Picture"), QDir::tempPath());
-         }},
-    };
-    for (const auto& [name, make] : windows) {
-        QTest::addRow("%s at 2x", name) << 0 << make;
-        QTest::addRow("%s at 1.5x", name) << 1 << make;
     }
-}
 
-void TestWindowsFit::everyWindow()
-{
-    QFETCH(int, screen);
-    QFETCH(Factory, make);
-    const QRect available = Screen(screen)->availableGeometry();
-    m_frame->hide();
-    m_frame->move(available.topLeft() + QPoint(10, 10));
-    m_frame->show();
-    ShapeCanvas* map = m_frame->ActiveMapWindow();
-    if (map == nullptr)
-        map = OpenPicture(2400, 1600);
-    QVERIFY(map != nullptr);
-    std::unique_ptr<QWidget> window(make(*m_frame, *map, m_frame.get()));
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    CheckFits(*window);
-}
+    void toolStripShrinksWhenShort()
+    {
+        ToolStrip strip;
+        strip.resize(strip.width(), 600);
+        strip.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&strip));
+        const auto buttons = strip.findChildren<QToolButton*>();
+        QCOMPARE(buttons.size(), 19);
+        const auto allShown = [&] {
+            for (const QToolButton* button : buttons) {
+                const QRect onStrip(button->mapTo(&strip, QPoint(0, 0)), button->size());
+                if (!strip.rect().contains(onStrip))
+                    return false;
+            }
+            return true;
+        };
+        QVERIFY(!strip.IsCompact());
+        QVERIFY(allShown());
+        const int fullSize = buttons.first()->height();
+        // As short as the strip may be: smaller buttons, every one of them still there.
+        strip.resize(strip.width(), strip.minimumHeight());
+        QVERIFY(strip.IsCompact());
+        QVERIFY(buttons.first()->height() < fullSize);
+        QVERIFY(allShown());
+        strip.resize(strip.width(), 600);
+        QVERIFY(!strip.IsCompact());
+        QCOMPARE(buttons.first()->height(), fullSize);
+    }
+
+    void frameWithShapesPanel_data()
+    {
+        QTest::addColumn<int>("screen");
+        QTest::newRow("1280 x 1024 at 2x") << 0;
+        QTest::newRow("1280 x 1024 at 1.5x") << 1;
+    }
+
+    void frameWithShapesPanel()
+    {
+        QFETCH(int, screen);
+        QVERIFY(FrameOn(screen) != nullptr);
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+        auto* panel = m_frame->findChild<QDockWidget*>();
+        QVERIFY(panel != nullptr);
+        panel->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_frame->screen(), Screen(screen));
+        CheckFits(*m_frame);
+        // A panel pulled off the frame stays on the screen too.
+        panel->setFloating(true);
+        panel->move(Screen(screen)->availableGeometry().bottomRight() - QPoint(20, 20));
+        panel->hide();
+        panel->show();
+        QVERIFY(QTest::qWaitForWindowExposed(panel));
+        CheckFits(*panel);
+        panel->setFloating(false);
+    }
+
+    void everyWindow_data()
+    {
+        QTest::addColumn<int>("screen");
+        QTest::addColumn<Factory>("make");
+        const std::pair<const char*, Factory> windows[] = {
+            Dialog<frmOptions>("properties"),
+            Dialog<ColorPicker>("colours"),
+            Dialog<GridForm>("grid"),
+            Dialog<ImageSize>("image size"),
+            Dialog<Zoom>("zoom"),
+            {"code window",
+             [](MDIForm1& f, ShapeCanvas& m) {
+                 auto* form = new GeneratedCodeForm(QString(80, QLatin1Char('x')), f.Dialogs(), &f);
+                 form->SetFormats(GeneratedCodeForm::FormatsOf(m));
+                 return form;
+             }},
+            Dialog<ConvertHTMLtoMap>("HTML import"),
+            Dialog<URLChecker>("URL checker"),
+            {"check map",
+             [](MDIForm1& f, ShapeCanvas& m) {
+                 auto* window = new MapCheckWindow(&f);
+                 window->Check(m);
+                 return window;
+             }},
+            {"credits", [](MDIForm1& f, ShapeCanvas&) { return new Credits(&f); }},
+            {"start-up", [](MDIForm1& f, ShapeCanvas&) { return new StartUp(f.Dialogs(), &f); }},
+            {"splash", [](MDIForm1&, ShapeCanvas&) { return new frmSplash; }},
+            {"message",
+             [](MDIForm1& f, ShapeCanvas&) {
+                 return new QMessageBox(QMessageBox::Critical, QStringLiteral("Corvane"),
+                                        QStringLiteral("There was an error while trying to load "
+                                                       "the file."),
+                                        QMessageBox::Ok, &f);
+             }},
+            {"file dialog",
+             [](MDIForm1& f, ShapeCanvas&) {
+                 return new QFileDialog(&f, QStringLiteral("Load Picture"), QDir::tempPath());
+             }},
+        };
+        for (const auto& [name, make] : windows) {
+            QTest::addRow("%s at 2x", name) << 0 << make;
+            QTest::addRow("%s at 1.5x", name) << 1 << make;
+        }
+    }
+
+    void everyWindow()
+    {
+        QFETCH(int, screen);
+        QFETCH(Factory, make);
+        ShapeCanvas* map = FrameOn(screen);
+        QVERIFY(map != nullptr);
+        std::unique_ptr<QWidget> window(make(*m_frame, *map));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        CheckFits(*window);
+    }
+};
 
 namespace {
 
