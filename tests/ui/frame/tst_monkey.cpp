@@ -8,7 +8,6 @@
 
 #include <QAction>
 #include <QDialog>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
@@ -208,14 +207,7 @@ class TestMonkey : public QObject
         const QByteArray saved = ReadFile(path);
         QVERIFY2(!saved.isEmpty(), qPrintable(path));
         const MapFile::ReadResult read = MapFile::OpenMapFile(path);
-        if (!read.ok) {
-            // Kept for a look: the temporary folder goes with the test.
-            const QString kept = QDir::temp().filePath(QStringLiteral("monkey-unreadable.imp"));
-            QFile::remove(kept);
-            QFile::copy(path, kept);
-            QFAIL(qPrintable(QStringLiteral("%1 (%2), kept as %3")
-                                 .arg(read.messages.join(QLatin1Char(' ')), read.detail, kept)));
-        }
+        QVERIFY2(read.ok, qPrintable(read.messages.join(QLatin1Char(' ')) + read.detail));
         QVERIFY2(MapInconsistency(read.document).isEmpty(),
                  qPrintable(MapInconsistency(read.document)));
         QVERIFY2(StructuralFault(read.document).isEmpty(),
