@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "ScriptedModalUi.h"
 #include "core/document/OpenMapCount.h"
 #include "core/forms/CommonDialogStuff.h"
@@ -106,10 +107,7 @@ private slots:
     void droppedOtherFilesSayWhatTheDialogSays()
     {
         const QString text = m_dir.filePath(QStringLiteral("notes.txt"));
-        QFile file(text);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("not a picture");
-        file.close();
+        QVERIFY(WriteBytes(text, "not a picture"));
         QVERIFY(Drop({text}));
         QCOMPARE(m_frame->MapWindows().size(), 0);
         QCOMPARE(m_ui->messageTexts(), QStringList{PictureLoader::Load(text).message});

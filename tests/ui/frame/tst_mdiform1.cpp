@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "ScriptedModalUi.h"
 #include "core/document/OpenMapCount.h"
 #include "core/interchange/MapFile.h"
@@ -175,8 +176,7 @@ private slots:
     void badOrCancelledFileOpensNoWindow()
     {
         const QString junk = m_dir.filePath(QStringLiteral("junk.jpg"));
-        QFile file(junk);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("not a map") > 0 && file.flush());
+        QVERIFY(WriteBytes(junk, "not a map"));
         m_ui->pictures.append({QString(), junk});
         m_ui->mapsToOpen.append({QString(), junk});
         for (const char* command : {"NewMap", "NewMap", "LoadPic", "LoadPic"})

@@ -1,4 +1,5 @@
 #include "FakeCanvasHost.h"
+#include "FileBytes.h"
 #include "ScriptedModalUi.h"
 #include "core/document/OpenMapCount.h"
 #include "core/interchange/MapFile.h"
@@ -19,12 +20,6 @@
 #include <QTest>
 
 namespace {
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // The frame's commands a monkey may pick; the URL checker (an embedded browser) and Exit
 // are left out.
@@ -204,7 +199,7 @@ class TestMonkey : public QObject
         const QString path = m_dir.filePath(QStringLiteral("save%1.imp").arg(++m_saves));
         m_ui.mapNamesToSave.enqueue(path);
         Trigger("menuSaveMapAs");
-        const QByteArray saved = ReadFile(path);
+        const QByteArray saved = ReadBytes(path);
         QVERIFY2(!saved.isEmpty(), qPrintable(path));
         const MapFile::ReadResult read = MapFile::OpenMapFile(path);
         QVERIFY2(read.ok, qPrintable(read.messages.join(QLatin1Char(' ')) + read.detail));

@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "KilledRun.h"
 #include "ScriptedModalUi.h"
 #include "core/document/OpenMapCount.h"
@@ -81,11 +82,6 @@ class TestRecoverMaps : public QObject
         }
         return path;
     }
-    static QByteArray FileBytes(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     // Edits a saved map in a run, and leaves its recovery file as a killed run would.
     // Returns the map's bytes as last kept.
     QByteArray EditAndKill(const QString& Saved, QString& Left)
@@ -162,7 +158,7 @@ private slots:
         QFile::remove(saved);
         QString left;
         const QByteArray lastKept = EditAndKill(saved, left);
-        const QByteArray onDisk = FileBytes(saved);
+        const QByteArray onDisk = ReadBytes(saved);
         QVERIFY(onDisk != lastKept);
 
         Run next;
@@ -190,13 +186,13 @@ private slots:
         // Kept by this run now; the killed run's file is gone.
         QVERIFY(!next.frame.Recovery()->FileOf(*map).isEmpty());
         QVERIFY(!QFile::exists(left));
-        QCOMPARE(FileBytes(saved), onDisk);
+        QCOMPARE(ReadBytes(saved), onDisk);
 
         // Save writes the map's own file, and its recovery file goes.
         const QString kept = next.frame.Recovery()->FileOf(*map);
         next.Trigger("menuSaveMap");
         QVERIFY(next.ui.mapNamesToSave.isEmpty());
-        QCOMPARE(FileBytes(saved), lastKept);
+        QCOMPARE(ReadBytes(saved), lastKept);
         QVERIFY(!map->IsModified());
         QVERIFY(!QFile::exists(kept));
     }
