@@ -19,7 +19,6 @@
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTextEdit>
 
 // Undo and redo as a user reaches them through the main window, the modified mark and
 // the question asked before a modified map closes.
@@ -228,10 +227,7 @@ class TestUndoHistory : public QObject
                     .arg(x + 40)
                     .arg(x + 120);
             m_dialogScript = [&](QDialog& dialog) {
-                if (auto* plain = Child<QPlainTextEdit>(dialog, "Text1"))
-                    plain->setPlainText(html);
-                else
-                    Child<QTextEdit>(dialog, "Text1")->setPlainText(html);
+                Child<QPlainTextEdit>(dialog, "Text1")->setPlainText(html);
                 Click(dialog, "Command1");
             };
             m_ui->answers.enqueue(true);
@@ -405,8 +401,7 @@ private slots:
         ShapeCanvas* map = NewMap();
         Trigger("PasteShape"); // nothing copied yet
         m_dialogScript = [](QDialog& dialog) {
-            if (auto* plain = Child<QPlainTextEdit>(dialog, "Text1"))
-                plain->setPlainText(QStringLiteral("no map here"));
+            Child<QPlainTextEdit>(dialog, "Text1")->setPlainText(QStringLiteral("no map here"));
             Click(dialog, "Command1");
             dialog.reject();
         };
