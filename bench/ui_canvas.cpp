@@ -1,4 +1,5 @@
 #include "bench/BenchMap.h"
+#include "bench/UiBenchMain.h"
 #include "core/forms/ZoomStep.h"
 #include "ui/frame/ShapeClipboard.h"
 
@@ -238,12 +239,4 @@ BENCHMARK(BM_Cut) MAP_SIZES;
 BENCHMARK(BM_Paste) MAP_SIZES;
 BENCHMARK(BM_BringToTop) MAP_SIZES;
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+VANTREL_UI_BENCHMARK_MAIN()

@@ -1,4 +1,5 @@
 #include "bench/BenchMap.h"
+#include "bench/UiBenchMain.h"
 #include "ui/dialogs/frmOptions.h"
 
 #include <QElapsedTimer>
@@ -46,12 +47,4 @@ void BM_PropertiesOpen(benchmark::State& state)
 
 BENCHMARK(BM_PropertiesOpen)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+VANTREL_UI_BENCHMARK_MAIN()

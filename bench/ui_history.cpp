@@ -1,4 +1,5 @@
 #include "bench/BenchMap.h"
+#include "bench/UiBenchMain.h"
 
 #include <QKeyEvent>
 #include <benchmark/benchmark.h>
@@ -140,12 +141,4 @@ BENCHMARK(BM_UndoRedoNudge)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond
 BENCHMARK(BM_HistoryAfterNudges)->Arg(32767)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HistoryAfterImports)->Iterations(1)->Unit(benchmark::kMillisecond);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+VANTREL_UI_BENCHMARK_MAIN()

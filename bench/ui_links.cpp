@@ -1,3 +1,4 @@
+#include "bench/UiBenchMain.h"
 #include "core/interchange/BrokenLinkFilter.h"
 #include "core/interchange/LinkTableModel.h"
 
@@ -97,12 +98,4 @@ BENCHMARK(BM_CheckInTable)
     ->Args({32767, 1})
     ->Unit(benchmark::kMillisecond);
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+VANTREL_UI_BENCHMARK_MAIN()

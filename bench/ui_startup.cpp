@@ -1,4 +1,5 @@
 #include "bench/BenchMap.h"
+#include "bench/UiBenchMain.h"
 #include "core/interchange/MapFile.h"
 
 #include <QFile>
@@ -97,12 +98,4 @@ BENCHMARK(BM_StartUpToFirstPaint)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+VANTREL_UI_BENCHMARK_MAIN()
