@@ -29,6 +29,20 @@ void Widen(const char* from, qsizetype size, char16_t* to)
 
 } // namespace
 
+PackedText::~PackedText()
+{
+    Retire();
+}
+
+void PackedText::Retire()
+{
+    // The block's own reference is still held here, so this never frees it.
+    if (m_spareRefs != 0)
+        m_block.data_ptr().d_ptr()->ref_.fetchAndAddOrdered(-m_spareRefs);
+    m_spareRefs = 0;
+    m_block = QString();
+}
+
 QString PackedText::Ascii(QByteArrayView Ascii)
 {
     const qsizetype size = Ascii.size();
@@ -36,19 +50,22 @@ QString PackedText::Ascii(QByteArrayView Ascii)
         return QString::fromLatin1(Ascii);
     // Every value keeps the NUL after its last character that a QString's own data has.
     if (m_left < size + 1) {
-        m_block = QString();
+        Retire();
         m_block.reserve(BlockSize);
         // Written through this pointer only, past every value handed out: the values
         // never change their part of the block in place while it is shared.
         m_free = m_block.data_ptr().data();
         m_left = m_block.capacity();
+        // Every value takes at least two characters, its NUL included.
+        m_spareRefs = int(m_left / 2);
+        m_block.data_ptr().d_ptr()->ref_.fetchAndAddRelaxed(m_spareRefs);
     }
     Widen(Ascii.data(), size, m_free);
     m_free[size] = u'\0';
-    // A copy of the block's data pointer (it takes a reference), narrowed to the value.
-    QString::DataPointer value(m_block.data_ptr());
-    value.ptr = m_free;
-    value.size = size;
+    // The block's data pointer narrowed to the value, with one of the references taken
+    // ahead.
+    --m_spareRefs;
+    QString::DataPointer value(m_block.data_ptr().d_ptr(), m_free, size);
     m_free += size + 1;
     m_left -= size + 1;
     return QString(std::move(value));

@@ -12,6 +12,11 @@
 class PackedText
 {
 public:
+    PackedText() = default;
+    PackedText(const PackedText&) = delete;
+    PackedText& operator=(const PackedText&) = delete;
+    ~PackedText();
+
     // Ascii must hold bytes below 0x80 only: each is its own character.
     QString Ascii(QByteArrayView Ascii);
 
@@ -19,7 +24,12 @@ private:
     // Characters per block; a value longer than a quarter block gets its own.
     static constexpr qsizetype BlockSize = 16384;
 
+    void Retire();
+
     QString m_block;
     char16_t* m_free = nullptr;
     qsizetype m_left = 0;
+    // References to the block taken ahead for values not yet handed out: one atomic
+    // operation per block rather than one per value, which cost more than the copying.
+    int m_spareRefs = 0;
 };

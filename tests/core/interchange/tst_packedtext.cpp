@@ -81,6 +81,7 @@ void TestPackedText::valuesOutliveThePacker()
     // The last value left in its block may grow in place: nothing else uses the block.
     QString last = values.takeLast();
     values.clear();
+    QVERIFY(last.isDetached());
     last.append(QString(5000, QLatin1Char('x')));
     QCOMPARE(last, QString::fromLatin1(Source(199)) + QString(5000, QLatin1Char('x')));
 }
