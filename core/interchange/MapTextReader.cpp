@@ -173,7 +173,7 @@ MapTextReader::MapTextReader(QByteArray Utf8, bool Ascii) : m_text(std::move(Utf
 {
 }
 
-QByteArrayView MapTextReader::NextLine()
+Q_ALWAYS_INLINE QByteArrayView MapTextReader::NextLine()
 {
     const qsizetype size = m_text.size();
     if (m_pos >= size)
@@ -192,13 +192,14 @@ QString MapTextReader::Text(QByteArrayView Line) const
     return m_ascii ? QString::fromLatin1(Line) : FromUtf8(Line);
 }
 
-QString MapTextReader::Value(QByteArrayView Line)
+Q_ALWAYS_INLINE QString MapTextReader::Value(QByteArrayView Line)
 {
     const auto ascii = [](QByteArrayView line) {
         return std::all_of(line.begin(), line.end(),
                            [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     };
-    return m_ascii || ascii(Line) ? m_packed.Ascii(Line) : FromUtf8(Line);
+    const qsizetype readable = m_text.constData() + m_text.size() - Line.data();
+    return m_ascii || ascii(Line) ? m_packed.Ascii(Line, readable) : FromUtf8(Line);
 }
 
 QString MapTextReader::String()
