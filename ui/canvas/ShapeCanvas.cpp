@@ -537,6 +537,14 @@ void ShapeCanvas::FinishGesture()
 
 void ShapeCanvas::SettleGesture()
 {
+    // No command lands in the middle of a polygon: its next click would go to whatever
+    // shape the command left current. The polygon is closed as Enter closes it, or
+    // abandoned as Escape does while it is too short to close.
+    if (m_document.PolygonInProgress) {
+        OnKeyPressed(Qt::Key_Return);
+        if (m_document.PolygonInProgress)
+            OnKeyPressed(Qt::Key_Escape);
+    }
     FinishGesture();
 }
 
@@ -761,6 +769,8 @@ void ShapeCanvas::DeleteShape(const QString& StepName)
 
 bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
 {
+    // Cut copies before it deletes: both must see the same top shape.
+    SettleGesture();
     bool copied = false;
     Guarded([&] { copied = m_document.SetShapeEqualToTopShape(CopyOfShape); });
     return copied;

@@ -84,6 +84,43 @@ private slots:
         Consistent();
     }
 
+    void commandsSettleThePolygonFirst()
+    {
+        NewCanvas();
+        Rectangle({200, 200}, {250, 250});
+        PatShape copied;
+        QVERIFY(m_canvas->SetShapeEqualToTopShape(copied));
+        // Three vertices: closed as Enter closes it, and the paste lands on top.
+        StartPolygon({{10, 10}, {100, 10}, {100, 100}});
+        m_canvas->SetNewShape(copied);
+        QVERIFY(!Doc().PolygonInProgress);
+        QVERIFY(!m_canvas->PointerConfined());
+        QCOMPARE(Doc().Shape(1).Points(), Triangle());
+        QCOMPARE(Doc().ItemCount(), std::int16_t(2));
+        QCOMPARE(Doc().ShapeOrder().front(), std::int16_t(2));
+        Consistent();
+        // Each is a step of its own.
+        QCOMPARE(m_canvas->UndoStack().undoText(), QStringLiteral("Paste Shape"));
+        m_canvas->UndoStack().undo();
+        QCOMPARE(m_canvas->UndoStack().undoText(), QStringLiteral("Draw Polygon"));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(1));
+        Consistent();
+        // Two vertices: abandoned as Escape abandons it; Cut then takes the top shape,
+        // the same one it copies.
+        StartPolygon({{300, 20}, {350, 20}});
+        PatShape cut;
+        QVERIFY(m_canvas->SetShapeEqualToTopShape(cut));
+        m_canvas->DeleteShape(QStringLiteral("Cut Shape"));
+        QCOMPARE(cut.Points(), (std::vector<ShapePoint>{{0, 0}, {90, 0}, {90, 90}}));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+        QVERIFY(!Doc().PolygonInProgress);
+        Consistent();
+        // The next click starts a polygon of its own instead of adding to another shape.
+        StartPolygon({{300, 200}});
+        QCOMPARE(Doc().ItemCount(), std::int16_t(1));
+        QCOMPARE(Doc().Shape(1).Points(), (std::vector<ShapePoint>{{300, 200}}));
+    }
+
     void tabStepsThroughCoveredShapes()
     {
         NewCanvas();
