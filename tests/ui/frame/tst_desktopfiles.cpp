@@ -1,15 +1,11 @@
 #include "FileBytes.h"
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
+#include "FrameFixture.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/forms/RecentFiles.h"
 #include "core/interchange/PictureLoader.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 #include "ui/frame/QtModalUi.h"
 #include "ui/frame/RecentMapsMenu.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDropEvent>
@@ -18,26 +14,14 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QUrl>
 
 // Files the desktop way: dropping pictures and maps on the frame, and Open Recent.
-class TestDesktopFiles : public QObject
+class TestDesktopFiles : public QObject, FrameFixture
 {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<ScriptedModalUi> m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
 
-    QString Picture(const QString& name)
-    {
-        const QString path = m_dir.filePath(name);
-        QImage image(120, 80, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        image.save(path);
-        return path;
-    }
+    QString Picture(const QString& name) { return SavePicture(m_dir.filePath(name), {120, 80}); }
     QString Map(const QString& name)
     {
         m_ui->pictures.enqueue(Picture(name + QStringLiteral(".png")));
@@ -56,11 +40,11 @@ class TestDesktopFiles : public QObject
         data.setUrls(urls);
         const QPoint at(m_frame->width() / 2, m_frame->height() / 2);
         QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(m_frame.get(), &enter);
+        QApplication::sendEvent(m_frame, &enter);
         if (!enter.isAccepted())
             return false;
         QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(m_frame.get(), &drop);
+        QApplication::sendEvent(m_frame, &drop);
         return drop.isAccepted();
     }
     QStringList RecentCaptions()
@@ -77,17 +61,10 @@ private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init()
     {
-        m_ui = std::make_unique<ScriptedModalUi>();
-        m_frame = std::make_unique<MDIForm1>(*m_ui);
+        OpenFrame();
         m_frame->RecentMaps().Files().Clear();
-        m_frame->show();
     }
-    void cleanup()
-    {
-        m_ui->answers.fill(true, 20);
-        m_frame.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanup() { CloseFrame(); }
 
     void droppedPicturesAndMapsOpen()
     {
@@ -115,7 +92,7 @@ private slots:
         QMimeData data;
         data.setText(QStringLiteral("hello"));
         QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(m_frame.get(), &enter);
+        QApplication::sendEvent(m_frame, &enter);
         QVERIFY(!enter.isAccepted());
     }
 

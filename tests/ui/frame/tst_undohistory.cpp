@@ -1,66 +1,26 @@
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
+#include "FileBytes.h"
+#include "FrameFixture.h"
 #include "core/interchange/MapFile.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 
-#include <QAction>
 #include <QCheckBox>
-#include <QDialog>
 #include <QFile>
 #include <QLineEdit>
 #include <QMap>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRandomGenerator>
 #include <QScrollBar>
 #include <QTabBar>
-#include <QTemporaryDir>
-#include <QTest>
 
 // Undo and redo as a user reaches them through the main window, the modified mark and
 // the question asked before a modified map closes.
-class TestUndoHistory : public QObject
+class TestUndoHistory : public QObject, FrameFixture
 {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<ScriptedModalUi> m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
-    std::function<void(QDialog&)> m_dialogScript;
     // Random undos stop here: the steps below are the start the run is compared with.
     int m_floor = 0;
     bool m_zooms = true;
 
-    template <typename T> static T* Child(QObject& parent, const char* name)
-    {
-        return parent.findChild<T*>(QString::fromLatin1(name));
-    }
-    void Trigger(const char* name) const { Child<QAction>(*m_frame, name)->trigger(); }
-    static void Click(QDialog& dialog, const char* button)
-    {
-        QTest::mouseClick(Child<QPushButton>(dialog, button), Qt::LeftButton);
-    }
-    ShapeCanvas* NewMap()
-    {
-        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        QImage picture(400, 300, QImage::Format_RGB32);
-        picture.fill(Qt::white);
-        picture.save(path);
-        m_ui->pictures.enqueue(path);
-        Trigger("NewMap");
-        return m_frame->ActiveMapWindow();
-    }
     static QWidget* Surface(ShapeCanvas& map) { return Child<QWidget>(map, "TheCanvas"); }
-    void Drag(ShapeCanvas& map, const char* mode, QPoint from, QPoint to)
-    {
-        Trigger(mode);
-        QTest::mousePress(Surface(map), Qt::LeftButton, {}, from);
-        QTest::mouseMove(Surface(map), (from + to) / 2);
-        QTest::mouseMove(Surface(map), to);
-        QTest::mouseRelease(Surface(map), Qt::LeftButton, {}, to);
-    }
     static QByteArray Bytes(const ShapeCanvas& map)
     {
         return MapFile::MapBytes(map.Document(), QStringLiteral("/maps/m.imp"));
@@ -170,7 +130,7 @@ class TestUndoHistory : public QObject
             const int tab = 1 + random.bounded(doc.ItemCount() + 2);
             const bool ok = random.bounded(3) > 0;
             const QString url = QStringLiteral("page%1.html").arg(random.bounded(1000));
-            m_dialogScript = [&](QDialog& dialog) {
+            m_run->script = [&](QDialog& dialog) {
                 Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(tab);
                 Child<QLineEdit>(dialog, "txtURL")->setText(url);
                 Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(0);
@@ -182,7 +142,7 @@ class TestUndoHistory : public QObject
         }
         case 13: { // map colours
             const int value = random.bounded(256);
-            m_dialogScript = [&](QDialog& dialog) {
+            m_run->script = [&](QDialog& dialog) {
                 QTest::mouseClick(Child<QWidget>(dialog, random.bounded(2) ? "Option1" : "Option2"),
                                   Qt::LeftButton);
                 Child<QScrollBar>(dialog, "ScrollRed")->setValue(value);
@@ -194,7 +154,7 @@ class TestUndoHistory : public QObject
         case 14: { // grid settings
             const bool show = random.bounded(2) == 0;
             const int spacing = 8 + random.bounded(40);
-            m_dialogScript = [&](QDialog& dialog) {
+            m_run->script = [&](QDialog& dialog) {
                 Child<QCheckBox>(dialog, "Check1")->setChecked(show);
                 Child<QLineEdit>(dialog, "txtSpacing")->setText(QString::number(spacing));
                 Click(dialog, "Command1");
@@ -207,7 +167,7 @@ class TestUndoHistory : public QObject
                 break;
             const int width = 200 + random.bounded(400);
             const int height = 150 + random.bounded(300);
-            m_dialogScript = [&](QDialog& dialog) {
+            m_run->script = [&](QDialog& dialog) {
                 Child<QLineEdit>(dialog, "txtWidth")->setText(QString::number(width));
                 Child<QLineEdit>(dialog, "txtHeight")->setText(QString::number(height));
                 Click(dialog, "Command1");
@@ -226,7 +186,7 @@ class TestUndoHistory : public QObject
                     .arg(x + 70)
                     .arg(x + 40)
                     .arg(x + 120);
-            m_dialogScript = [&](QDialog& dialog) {
+            m_run->script = [&](QDialog& dialog) {
                 Child<QPlainTextEdit>(dialog, "Text1")->setPlainText(html);
                 Click(dialog, "Command1");
             };
@@ -252,31 +212,13 @@ class TestUndoHistory : public QObject
             QTest::mouseClick(surface, Qt::LeftButton, {}, point());
             break;
         }
-        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
+        m_run->script = [](QDialog& dialog) { dialog.reject(); };
         return kind;
     }
 
 private slots:
-    void init()
-    {
-        m_ui = std::make_unique<ScriptedModalUi>();
-        m_frame = std::make_unique<MDIForm1>(*m_ui);
-        m_dialogScript = [](QDialog& dialog) { dialog.reject(); };
-        m_frame->ExecDialog = [this](QDialog& dialog) {
-            m_dialogScript(dialog);
-            return dialog.result();
-        };
-        m_frame->resize(1000, 800);
-        m_frame->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
-    }
-    void cleanup()
-    {
-        m_ui->answers.fill(true, 20);
-        m_ui->saveChoices.fill(ModalUi::SaveChoice::Discard, 20);
-        m_frame.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void init() { OpenFrame({1000, 800}); }
+    void cleanup() { CloseFrame(); }
 
     void randomEditsUndoAndRedoToTheSameBytes_data()
     {
@@ -400,7 +342,7 @@ private slots:
     {
         ShapeCanvas* map = NewMap();
         Trigger("PasteShape"); // nothing copied yet
-        m_dialogScript = [](QDialog& dialog) {
+        m_run->script = [](QDialog& dialog) {
             Child<QPlainTextEdit>(dialog, "Text1")->setPlainText(QStringLiteral("no map here"));
             Click(dialog, "Command1");
             dialog.reject();
@@ -418,42 +360,50 @@ private slots:
         Drag(*map, "RectangleMode", QPoint(100, 100), QPoint(150, 150));
         QUndoStack& stack = map->UndoStack();
         const int steps = stack.count();
+        const QByteArray before = Bytes(*map);
         QAction* undo = Child<QAction>(*m_frame, "EditUndo");
-
-        // Looking through the tabs and cancelling: the shape looked at stays on top
-        // (as it always did), a restack the user can undo, not a properties step.
-        m_dialogScript = [](QDialog& dialog) {
+        // The map name, Shape #1's link (which brings it to the top) and the default area's.
+        const char* button = "cmdCancel";
+        const auto edit = [&button](QDialog& dialog) {
+            Child<QLineEdit>(dialog, "txtMapName")->setText(QStringLiteral("Plan"));
             Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1);
-            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("dropped.html"));
-            Click(dialog, "cmdCancel");
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("rooms/kitchen.html"));
+            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(3);
+            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("index.html"));
+            Click(dialog, button);
         };
+
+        // Cancelled: the shape looked at stays on top (as it always did), a restack the
+        // user can undo, and nothing else changed.
+        m_run->script = edit;
         Trigger("ShapeProperties");
         QCOMPARE(map->Document().ShapeOrder().front(), std::int16_t(0));
         QCOMPARE(stack.count(), steps + 1);
         QCOMPARE(undo->text(), QStringLiteral("&Undo Bring to Top"));
-        QCOMPARE(map->Document().GetURL(0), QStringLiteral("http://"));
+        m_frame->Undo();
+        QCOMPARE(Bytes(*map), before);
+        m_frame->Redo();
+        const QByteArray restacked = Bytes(*map);
 
         // Cancel without switching, and OK without a change: no step.
-        m_dialogScript = [](QDialog& dialog) { Click(dialog, "cmdCancel"); };
+        m_run->script = [](QDialog& dialog) { Click(dialog, "cmdCancel"); };
         Trigger("ShapeProperties");
-        m_dialogScript = [](QDialog& dialog) { Click(dialog, "cmdOK"); };
+        m_run->script = [](QDialog& dialog) { Click(dialog, "cmdOK"); };
         Trigger("ShapeProperties");
         QCOMPARE(stack.count(), steps + 1);
 
         // OK with edits: one step for the whole dialog.
-        m_dialogScript = [](QDialog& dialog) {
-            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(1);
-            Child<QLineEdit>(dialog, "txtURL")->setText(QStringLiteral("kept.html"));
-            Child<QTabBar>(dialog, "tbsOptions")->setCurrentIndex(0);
-            Child<QLineEdit>(dialog, "txtMapName")->setText(QStringLiteral("Plan"));
-            Click(dialog, "cmdOK");
-        };
+        button = "cmdOK";
+        m_run->script = edit;
         Trigger("ShapeProperties");
         QCOMPARE(stack.count(), steps + 2);
         QCOMPARE(undo->text(), QStringLiteral("&Undo Shape Properties"));
+        const MapDocument& doc = map->Document();
+        QCOMPARE(doc.MapName, QStringLiteral("Plan"));
+        QCOMPARE(doc.GetURL(0), QStringLiteral("rooms/kitchen.html"));
+        QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
         m_frame->Undo();
-        QCOMPARE(map->Document().MapName, QStringLiteral("MyMap"));
-        QCOMPARE(map->Document().GetURL(0), QStringLiteral("http://"));
+        QCOMPARE(Bytes(*map), restacked);
     }
 
     void closingAskedOnceWithSaveDiscardOrCancel()
@@ -483,9 +433,7 @@ private slots:
         const QByteArray saved = MapFile::MapBytes(readOnly->Document(), file);
         m_ui->saveChoices.enqueue(ModalUi::SaveChoice::Save);
         QVERIFY(readOnly->parentWidget()->close());
-        QFile written(file);
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        QCOMPARE(written.readAll(), saved);
+        QCOMPARE(ReadBytes(file), saved);
         QTRY_COMPARE(m_frame->MapWindows().size(), 0);
 
         // Exit: Discard closes the first, Cancel keeps the second and stops there.

@@ -1,23 +1,12 @@
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
+#include "FrameFixture.h"
 
-#include <QAction>
-#include <QDialog>
-#include <QImage>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
-#include <QTemporaryDir>
-#include <QTest>
 
 // The Window menu's list of open maps reads as their title bars do.
 class TestWindowMenu : public QObject
 {
     Q_OBJECT
     QTemporaryDir m_dir;
-    ScriptedModalUi m_ui;
 
     QStringList Entries(MDIForm1& frame)
     {
@@ -33,13 +22,11 @@ class TestWindowMenu : public QObject
 private slots:
     void captionsWithoutPlaceholders()
     {
-        MDIForm1 frame(m_ui);
-        frame.ExecDialog = [](QDialog& dialog) { return dialog.result(); };
-        frame.show();
+        FrameRun run;
+        MDIForm1& frame = run.frame;
         for (const char* name : {"harbour & sea.png", "plan.png"}) {
-            const QString path = m_dir.filePath(QString::fromLatin1(name));
-            QImage(60, 40, QImage::Format_RGB32).save(path, "PNG");
-            QVERIFY(frame.NewMapFromPicture(path) != nullptr);
+            QVERIFY(frame.NewMapFromPicture(SavePicture(m_dir.filePath(name), {60, 40})) !=
+                    nullptr);
             frame.ActiveMapWindow()->setWindowTitle(QString::fromLatin1(name));
         }
         QCOMPARE(Entries(frame), QStringList({"&1 harbour && sea.png", "&2 plan.png<"}));
