@@ -1,20 +1,77 @@
 #include "FileBytes.h"
 #include "FrameFixture.h"
+#include "core/forms/CommonDialogStuff.h"
+#include "core/forms/RecentFiles.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/PictureLoader.h"
+#include "ui/frame/QtModalUi.h"
+#include "ui/frame/RecentMapsMenu.h"
 #include "ui/frame/ToolStrip.h"
 
+#include <QApplication>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
 #include <QMdiArea>
 #include <QMenu>
+#include <QMimeData>
 #include <QRadioButton>
+#include <QStandardPaths>
 #include <QToolButton>
+#include <QUrl>
 
-// End-to-end flows through the main window, with scripted dialogs.
+// End-to-end flows through the main window, with scripted dialogs, and files the desktop
+// way: dropped on the frame, and Open Recent.
 class TestMDIForm1 : public QObject, FrameFixture
 {
     Q_OBJECT
     QString Text(const MapDocument& doc) const { return MapFile::MapText(doc, "x.imp"); }
+    QString Picture(const QString& name) { return SavePicture(m_dir.filePath(name), {120, 80}); }
+    QString Map(const QString& name)
+    {
+        m_ui->pictures.enqueue(Picture(name + QStringLiteral(".png")));
+        m_frame->LoadNewMap();
+        const QString path = m_dir.filePath(name + QStringLiteral(".imp"));
+        m_ui->mapNamesToSave.enqueue(path);
+        m_frame->SaveMapAs();
+        return path;
+    }
+    // Local files dropped on the frame, or a text when there are none.
+    bool Drop(const QStringList& paths)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString& p : paths)
+            urls << QUrl::fromLocalFile(p);
+        if (urls.isEmpty())
+            data.setText(QStringLiteral("hello"));
+        else
+            data.setUrls(urls);
+        const QPoint at(m_frame->width() / 2, m_frame->height() / 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(m_frame, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(m_frame, &drop);
+        return drop.isAccepted();
+    }
+    static QStringList Captions(QMenu& menu, int from = 0)
+    {
+        emit menu.aboutToShow();
+        QStringList captions;
+        const QList<QAction*> actions = menu.actions();
+        for (qsizetype i = from; i < actions.size(); ++i)
+            captions << (actions.at(i)->isSeparator()
+                             ? QStringLiteral("-")
+                             : actions.at(i)->text() + (actions.at(i)->isChecked() ? "<" : ""));
+        return captions;
+    }
+    QStringList RecentCaptions() { return Captions(m_frame->RecentMaps().Menu()); }
 
 private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init() { OpenFrame(); }
     void cleanup() { CloseFrame(); }
 
@@ -230,7 +287,127 @@ private slots:
         Trigger("Exit");
         QVERIFY(!m_frame->isVisible());
     }
+
+    void droppedPicturesAndMapsOpen()
+    {
+        const QString map = Map(QStringLiteral("saved"));
+        m_ui->answers.append(true);
+        QVERIFY(m_frame->MapWindows().first()->parentWidget()->close());
+        QTRY_COMPARE(m_frame->MapWindows().size(), 0);
+        QVERIFY(Drop({Picture(QStringLiteral("dropped.png")), map}));
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QCOMPARE(m_frame->MapWindows().first()->windowTitle(), QStringLiteral("Untitled"));
+        QCOMPARE(m_frame->MapWindows().first()->Document().ImageName,
+                 QStringLiteral("dropped.png"));
+        QCOMPARE(m_frame->MapWindows().last()->FileName(), map);
+        QVERIFY(m_ui->messages.isEmpty());
+    }
+
+    void droppedOtherFilesSayWhatTheDialogSays()
+    {
+        const QString text = m_dir.filePath(QStringLiteral("notes.txt"));
+        QVERIFY(WriteBytes(text, "not a picture"));
+        QVERIFY(Drop({text}));
+        QCOMPARE(m_frame->MapWindows().size(), 0);
+        QCOMPARE(m_ui->messageTexts(), QStringList{PictureLoader::Load(text).message});
+        QVERIFY(!Drop({})); // nothing that is not a local file is taken
+    }
+
+    void pictureDialogShowsEveryFormatFirst()
+    {
+        const QStringList filters = CommonDialogStuff::PictureFilters();
+        QFileDialog dialog;
+        QtModalUi::Prepare(dialog, false, filters, filters.constLast());
+        const auto* types = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+        QVERIFY(types != nullptr);
+        QCOMPARE(types->count(), 2);
+        QCOMPARE(types->currentIndex(), 1);
+        QCOMPARE(types->currentText(), QStringLiteral("All Pictures"));
+        QCOMPARE(dialog.fileMode(), QFileDialog::ExistingFile);
+        // The map dialogs keep their one filter; saving takes a new name.
+        QFileDialog save;
+        QtModalUi::Prepare(save, true, CommonDialogStuff::MapFilters(), QString());
+        QCOMPARE(save.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
+                 QStringLiteral("Image Map Files"));
+        QCOMPARE(save.acceptMode(), QFileDialog::AcceptSave);
+    }
+
+    void openRecentListsSavedAndOpenedMaps()
+    {
+        m_frame->RecentMaps().Files().Clear();
+        QCOMPARE(RecentCaptions(), QStringList{QStringLiteral("(none)")});
+        const QString first = Map(QStringLiteral("first"));
+        const QString second = Map(QStringLiteral("second"));
+        QCOMPARE(RecentCaptions(),
+                 (QStringList{"&1 second.imp", "&2 first.imp", "-", "&Clear List"}));
+        m_ui->answers.fill(true, 2);
+        for (ShapeCanvas* map : m_frame->MapWindows())
+            QVERIFY(map->parentWidget()->close());
+        QTRY_COMPARE(m_frame->MapWindows().size(), 0);
+        // Choosing an entry opens that map and moves it to the front.
+        m_frame->RecentMaps().Menu().actions().at(1)->trigger();
+        QCOMPARE(m_frame->MapWindows().size(), 1);
+        QCOMPARE(m_frame->ActiveMapWindow()->FileName(), first);
+        QCOMPARE(RecentCaptions().first(), QStringLiteral("&1 first.imp"));
+        // A map that has gone is taken off the list, with a message.
+        QVERIFY(QFile::remove(second));
+        m_frame->RecentMaps().Menu().actions().at(1)->trigger();
+        QCOMPARE(m_ui->messageTexts(), QStringList{RecentFiles::MissingMessage(second)});
+        QCOMPARE(RecentCaptions(), (QStringList{"&1 first.imp", "-", "&Clear List"}));
+        QCOMPARE(m_frame->MapWindows().size(), 1);
+        m_frame->RecentMaps().Menu().actions().last()->trigger();
+        QCOMPARE(RecentCaptions(), QStringList{QStringLiteral("(none)")});
+    }
+
+    void windowMenuListsMapsAsTheirTitleBarsDo()
+    {
+        for (const char* name : {"harbour & sea.png", "plan.png"})
+            NewMap()->setWindowTitle(QString::fromLatin1(name));
+        auto& menu = *Child<QMenu>(*m_frame, "TheWindow");
+        QCOMPARE(Captions(menu, 4), QStringList({"&1 harbour && sea.png", "&2 plan.png<"}));
+        // A modified map has its star, as in its title bar; the placeholder never shows.
+        m_frame->ActiveMapWindow()->setWindowModified(true);
+        QCOMPARE(Captions(menu, 4), QStringList({"&1 harbour && sea.png", "&2 plan.png*<"}));
+    }
+
+    // Every tool window opens from its menu item or button through the frame's dialog hook;
+    // what a window does is tested with the window itself.
+    void toolWindowOpensThroughTheFrame_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("dialog");
+        const QString table = QStringLiteral(
+            "CustomZoom=Zoom|theimagesize=ImageSize|Gridoptions=GridForm|MapColors=ColorPicker|"
+            "btnColors=ColorPicker|ConvertToShapes=ConvertHTMLtoMap|mnuURLChecker=URLChecker|"
+            "generatecode=GeneratedCodeForm|btnGen=GeneratedCodeForm|ShapeProperties=frmOptions|"
+            "btnProp=frmOptions|mnuCredits=Credits");
+        for (const QString& row : table.split(QLatin1Char('|'))) {
+            const QString command = row.section(QLatin1Char('='), 0, 0);
+            QTest::newRow(qPrintable(command)) << command << row.section(QLatin1Char('='), 1);
+        }
+    }
+    void toolWindowOpensThroughTheFrame()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, dialog);
+        QStringList shown;
+        m_run->script = [&shown](QDialog& d) { shown.append(d.objectName()); };
+        MapDocument& doc = NewMap()->Document(); // the code window needs a shape
+        doc.Shape(doc.AddShape()).SetInfo(nullptr, doc.FocusColor, Rectangle, 1.0, 10, 10);
+        if (QAction* action = m_frame->findChild<QAction*>(command))
+            action->trigger();
+        else
+            m_frame->Tools().Button(command)->click();
+        QCOMPARE(shown, QStringList{dialog});
+    }
 };
 
-QTEST_MAIN(TestMDIForm1)
+int main(int argc, char** argv)
+{
+    // The URL checker's embedded browser shares its graphics context with the widgets.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    TestMDIForm1 test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_mdiform1.moc"

@@ -1,23 +1,12 @@
 #include "FakeCanvasHost.h"
 #include "FileBytes.h"
-#include "ScriptedModalUi.h"
-#include "core/document/OpenMapCount.h"
+#include "FrameFixture.h"
 #include "core/interchange/MapFile.h"
 #include "ui/canvas/CanvasSurface.h"
-#include "ui/canvas/ShapeCanvas.h"
-#include "ui/frame/MDIForm1.h"
 
-#include <QAction>
-#include <QDialog>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPushButton>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
@@ -70,11 +59,11 @@ class TestMonkey : public QObject
 {
     Q_OBJECT
     QTemporaryDir m_dir;
-    ScriptedModalUi m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
+    std::unique_ptr<FrameRun> m_run;
+    MDIForm1* m_frame = nullptr;
+    ScriptedModalUi* m_ui = nullptr;
     QRandomGenerator m_random;
     int m_saves = 0;
-    int m_dialogs = 0;
     // The last events, to say what led to a failure.
     QStringList m_trail;
 
@@ -101,7 +90,6 @@ class TestMonkey : public QObject
 
     void AnswerDialog(QDialog& dialog)
     {
-        ++m_dialogs;
         for (QLineEdit* edit : dialog.findChildren<QLineEdit*>()) {
             if (Pick(3) == 0)
                 edit->setText(AnyText());
@@ -133,7 +121,7 @@ class TestMonkey : public QObject
     void NewMap()
     {
         const QString picture = m_dir.filePath(QStringLiteral("pic%1.png").arg(Pick(2)));
-        m_ui.pictures.enqueue(picture);
+        m_ui->pictures.enqueue(picture);
         Trigger("NewMap");
     }
 
@@ -182,7 +170,7 @@ class TestMonkey : public QObject
                 QKeySequence::Redo};
             const QKeySequence sequence(standard[Pick(7)]);
             Note(sequence.toString());
-            QTest::keySequence(m_frame.get(), sequence);
+            QTest::keySequence(m_frame, sequence);
         } else {
             const Qt::Key key = keys[Pick(int(std::size(keys)))];
             Note(QKeySequence(key).toString());
@@ -197,7 +185,7 @@ class TestMonkey : public QObject
         if (map == nullptr || map->Document().PolygonInProgress)
             return;
         const QString path = m_dir.filePath(QStringLiteral("save%1.imp").arg(++m_saves));
-        m_ui.mapNamesToSave.enqueue(path);
+        m_ui->mapNamesToSave.enqueue(path);
         Trigger("menuSaveMapAs");
         const QByteArray saved = ReadBytes(path);
         QVERIFY2(!saved.isEmpty(), qPrintable(path));
@@ -253,14 +241,11 @@ private slots:
         qInfo("seed %u, up to %d events in %lld s", seed, events, seconds);
         m_random.seed(seed);
 
-        m_frame = std::make_unique<MDIForm1>(m_ui);
-        m_frame->ExecDialog = [this](QDialog& dialog) {
-            AnswerDialog(dialog);
-            return dialog.result();
-        };
-        m_frame->resize(900, 700);
-        m_frame->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+        m_run = std::make_unique<FrameRun>(QSize(900, 700));
+        m_run->script = [this](QDialog& dialog) { AnswerDialog(dialog); };
+        m_frame = &m_run->frame;
+        m_ui = &m_run->ui;
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame));
         NewMap();
 
         QElapsedTimer timer;
@@ -268,7 +253,7 @@ private slots:
         int step = 0;
         for (; step < events && timer.elapsed() < seconds * 1000; ++step) {
             // Questions (close a map? discard?) get a random answer.
-            m_ui.answers.enqueue(Pick(2) == 0);
+            m_ui->answers.enqueue(Pick(2) == 0);
             QWidget* surface = ActiveSurface();
             const int action = Pick(100);
             if (surface == nullptr || m_frame->MapWindows().isEmpty()) {
@@ -282,30 +267,29 @@ private slots:
             } else if (action < 97) {
                 SaveAndReadBack();
             } else if (m_frame->MapWindows().size() > 2) {
-                m_ui.answers.clear();
-                m_ui.answers.enqueue(true);
+                m_ui->answers.clear();
+                m_ui->answers.enqueue(true);
                 m_frame->ActiveMapWindow()->parentWidget()->close();
             } else if (m_saves > 0) {
-                m_ui.mapsToOpen.enqueue(m_dir.filePath(QStringLiteral("save%1.imp").arg(m_saves)));
+                m_ui->mapsToOpen.enqueue(m_dir.filePath(QStringLiteral("save%1.imp").arg(m_saves)));
                 Trigger("LoadPic");
             }
-            m_ui.answers.clear();
+            m_ui->answers.clear();
             CheckMaps(step);
             if (QTest::currentTestFailed())
                 return;
         }
-        qInfo("%d events, %d saves, %d dialogs, %lld messages in %lld ms", step, m_saves, m_dialogs,
-              qlonglong(m_ui.messages.size()), timer.elapsed());
+        qInfo("%d events, %d saves, %d dialogs, %lld messages in %lld ms", step, m_saves,
+              int(m_run->dialogs.size()), qlonglong(m_ui->messages.size()), timer.elapsed());
         // The run really did things.
         QVERIFY(step >= std::min(events, 500));
         QVERIFY(m_saves > 0 || step < 200);
-        QVERIFY(m_dialogs > 0 || step < 200);
+        QVERIFY(!m_run->dialogs.isEmpty() || step < 200);
     }
 
     void cleanupTestCase()
     {
-        m_ui.answers.fill(true, 100);
-        m_frame.reset();
+        m_run.reset();
         QCOMPARE(OpenMapCount, std::int16_t(0));
     }
 };

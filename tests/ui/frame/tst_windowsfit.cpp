@@ -1,14 +1,11 @@
-#include "ScriptedModalUi.h"
+#include "FrameFixture.h"
 #include "ShapeBuilders.h"
-#include "core/document/OpenMapCount.h"
-#include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/ColorPicker.h"
 #include "ui/dialogs/GridForm.h"
 #include "ui/dialogs/ImageSize.h"
 #include "ui/dialogs/Zoom.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/frame/Credits.h"
-#include "ui/frame/MDIForm1.h"
 #include "ui/frame/ScreenFitter.h"
 #include "ui/frame/StartUp.h"
 #include "ui/frame/ToolStrip.h"
@@ -18,23 +15,17 @@
 #include "ui/tools/MapCheckWindow.h"
 #include "ui/tools/URLChecker.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QIcon>
-#include <QImage>
 #include <QMessageBox>
 #include <QScreen>
-#include <QTemporaryDir>
 #include <QTemporaryFile>
-#include <QTest>
 #include <QToolButton>
 #include <QWebEngineProfile>
 #include <QWebEngineUrlRequestInterceptor>
-#include <functional>
-#include <memory>
 
 // Every window of the program on small screens at a scale factor of 2: a 1280 x 1024
 // screen (640 x 512 at 2x) and one that gives 853 x 682, as 1280 x 1024 does at 1.5x.
@@ -45,9 +36,9 @@ class TestWindowsFit : public QObject
     using Factory = std::function<QWidget*(MDIForm1&, ShapeCanvas&)>;
 
     QTemporaryDir m_dir;
-    ScriptedModalUi m_ui;
-    std::unique_ptr<MDIForm1> m_frame;
     ScreenFitter m_fitter;
+    std::unique_ptr<FrameRun> m_run;
+    MDIForm1* m_frame = nullptr;
 
     QScreen* Screen(int index) const { return QGuiApplication::screens().value(index); }
     // The frame moved onto a screen, with a big map open.
@@ -58,12 +49,7 @@ class TestWindowsFit : public QObject
         m_frame->show();
         if (m_frame->ActiveMapWindow() != nullptr)
             return m_frame->ActiveMapWindow();
-        const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        QImage picture(2400, 1600, QImage::Format_RGB32);
-        picture.fill(Qt::darkCyan);
-        picture.save(path);
-        m_ui.pictures.enqueue(path);
-        m_frame->findChild<QAction*>(QStringLiteral("NewMap"))->trigger();
+        m_run->NewMap(SavePicture(m_dir.filePath("pic.png"), {2400, 1600}, Qt::darkCyan));
         // Enough shapes for a run of tabs in Properties and a long list in the panel.
         std::vector<PatShape> shapes;
         std::vector<std::int16_t> order;
@@ -109,14 +95,13 @@ private slots:
         QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
         QCOMPARE(Screen(0)->devicePixelRatio(), 2.0);
         qApp->installEventFilter(&m_fitter);
-        m_frame = std::make_unique<MDIForm1>(m_ui);
-        m_frame->ExecDialog = [](QDialog& dialog) { return dialog.result(); };
+        m_run = std::make_unique<FrameRun>();
+        m_frame = &m_run->frame;
     }
 
     void cleanupTestCase()
     {
-        m_ui.answers.fill(true, 20);
-        m_frame.reset();
+        m_run.reset();
         QCOMPARE(OpenMapCount, std::int16_t(0));
     }
 
@@ -207,7 +192,7 @@ private slots:
     {
         QFETCH(int, screen);
         QVERIFY(FrameOn(screen) != nullptr);
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(m_frame));
         auto* panel = m_frame->findChild<QDockWidget*>();
         QVERIFY(panel != nullptr);
         panel->show();
@@ -285,14 +270,11 @@ private slots:
 namespace {
 
 // The URL checker's page stays on this machine.
-class LocalOnly : public QWebEngineUrlRequestInterceptor
+struct LocalOnly : QWebEngineUrlRequestInterceptor
 {
-public:
     void interceptRequest(QWebEngineUrlRequestInfo& info) override
     {
-        if (info.requestUrl().scheme() != QLatin1String("file") &&
-            info.requestUrl().scheme() != QLatin1String("data"))
-            info.block(true);
+        info.block(!QStringList{"file", "data"}.contains(info.requestUrl().scheme()));
     }
 };
 
