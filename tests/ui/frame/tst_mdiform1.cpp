@@ -275,19 +275,6 @@ private slots:
         QCOMPARE(m_frame->CurrentDrawingMode(), CanvasHost::DrawingMode::Circle);
     }
 
-    void exitStopsAtTheFirstNo()
-    {
-        for (int i = 0; i < 3; ++i)
-            NewMap();
-        m_ui->answers.append({true, false});
-        Trigger("Exit");
-        QCOMPARE(m_ui->questions.size(), 2);
-        QTRY_COMPARE(m_frame->MapWindows().size(), 2);
-        m_ui->answers.append({true, true});
-        Trigger("Exit");
-        QVERIFY(!m_frame->isVisible());
-    }
-
     void droppedPicturesAndMapsOpen()
     {
         const QString map = Map(QStringLiteral("saved"));

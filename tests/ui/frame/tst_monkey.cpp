@@ -55,13 +55,9 @@ QString StructuralFault(const MapDocument& d)
 //
 // VANTREL_MONKEY_SEED repeats a run, VANTREL_MONKEY_EVENTS and VANTREL_MONKEY_SECONDS
 // make it longer than the default bounded run.
-class TestMonkey : public QObject
+class TestMonkey : public QObject, FrameFixture
 {
     Q_OBJECT
-    QTemporaryDir m_dir;
-    std::unique_ptr<FrameRun> m_run;
-    MDIForm1* m_frame = nullptr;
-    ScriptedModalUi* m_ui = nullptr;
     QRandomGenerator m_random;
     int m_saves = 0;
     // The last events, to say what led to a failure.
@@ -188,7 +184,6 @@ class TestMonkey : public QObject
         m_ui->mapNamesToSave.enqueue(path);
         Trigger("menuSaveMapAs");
         const QByteArray saved = ReadBytes(path);
-        QVERIFY2(!saved.isEmpty(), qPrintable(path));
         const MapFile::ReadResult read = MapFile::OpenMapFile(path);
         QVERIFY2(read.ok, qPrintable(read.messages.join(QLatin1Char(' ')) + read.detail));
         QVERIFY2(MapInconsistency(read.document).isEmpty(),
@@ -223,11 +218,9 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
-        for (int i = 0; i < 2; ++i) { // a wide picture and a tall one
-            QImage picture(i == 0 ? QSize(420, 300) : QSize(200, 640), QImage::Format_RGB32);
-            picture.fill(i == 0 ? Qt::white : Qt::lightGray);
-            QVERIFY(picture.save(m_dir.filePath(QStringLiteral("pic%1.png").arg(i))));
-        }
+        // A wide picture and a tall one.
+        SavePicture(m_dir.filePath("pic0.png"), {420, 300});
+        SavePicture(m_dir.filePath("pic1.png"), {200, 640}, Qt::lightGray);
     }
 
     void randomUserEvents()
@@ -241,11 +234,8 @@ private slots:
         qInfo("seed %u, up to %d events in %lld s", seed, events, seconds);
         m_random.seed(seed);
 
-        m_run = std::make_unique<FrameRun>(QSize(900, 700));
+        OpenFrame({900, 700});
         m_run->script = [this](QDialog& dialog) { AnswerDialog(dialog); };
-        m_frame = &m_run->frame;
-        m_ui = &m_run->ui;
-        QVERIFY(QTest::qWaitForWindowExposed(m_frame));
         NewMap();
 
         QElapsedTimer timer;
@@ -287,11 +277,7 @@ private slots:
         QVERIFY(!m_run->dialogs.isEmpty() || step < 200);
     }
 
-    void cleanupTestCase()
-    {
-        m_run.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanupTestCase() { CloseFrame(); }
 };
 
 QTEST_MAIN(TestMonkey)

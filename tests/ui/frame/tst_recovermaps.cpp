@@ -177,8 +177,7 @@ private slots:
     {
         QString left;
         EditAndKill(m_dir.filePath(QStringLiteral("broken.imp")), left);
-        QFile file(left);
-        QVERIFY(file.resize(40));
+        QVERIFY(QFile::resize(left, 40));
 
         Run next;
         QString said;
@@ -189,8 +188,6 @@ private slots:
         QVERIFY(!next.frame.StartRecovery(Folder()));
         QVERIFY2(said.contains(QStringLiteral("\"broken.imp\"")), qPrintable(said));
         QVERIFY2(said.contains(MapFile::CannotLoadMessage()), qPrintable(said));
-        QVERIFY(!QFile::exists(left));
-        QVERIFY(QFile::exists(left + QStringLiteral(".bad")));
         // Start-up goes on: the frame works.
         next.FrameRun::NewMap(Picture());
         QCOMPARE(next.frame.MapWindows().size(), 1);

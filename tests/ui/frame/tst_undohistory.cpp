@@ -411,14 +411,27 @@ private slots:
         QCOMPARE(m_ui->questions,
                  QStringList{QStringLiteral("Are you sure you are done editing \"Untitled\"?")});
 
-        // Exit: Discard closes the first, Cancel keeps the second and stops there.
-        for (int i = 0; i < 3; ++i)
+        // Exit asks each map in turn: Yes and Discard close it, Cancel and No keep it and
+        // stop there.
+        NewMap();
+        for (int i = 0; i < 2; ++i)
             Drag(*NewMap(), "RectangleMode", QPoint(10, 10), QPoint(60, 50));
+        NewMap();
+        m_ui->answers.enqueue(true);
         m_ui->saveChoices << ModalUi::SaveChoice::Discard << ModalUi::SaveChoice::Cancel;
         Trigger("Exit");
-        QCOMPARE(m_ui->saveQuestions.size(), 2); // none for the unmodified map
+        QCOMPARE(m_ui->questions.size(), 2);
+        QCOMPARE(m_ui->saveQuestions.size(), 2);
         QVERIFY(m_frame->isVisible());
         QTRY_COMPARE(m_frame->MapWindows().size(), 2);
+        m_ui->saveChoices.enqueue(ModalUi::SaveChoice::Discard);
+        m_ui->answers.enqueue(false);
+        Trigger("Exit");
+        QVERIFY(m_frame->isVisible());
+        QTRY_COMPARE(m_frame->MapWindows().size(), 1);
+        m_ui->answers.enqueue(true);
+        Trigger("Exit");
+        QVERIFY(!m_frame->isVisible());
     }
 };
 

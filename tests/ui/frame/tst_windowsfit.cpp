@@ -30,15 +30,12 @@
 // Every window of the program on small screens at a scale factor of 2: a 1280 x 1024
 // screen (640 x 512 at 2x) and one that gives 853 x 682, as 1280 x 1024 does at 1.5x.
 // Run with the fitter installed on the application, as the editor runs.
-class TestWindowsFit : public QObject
+class TestWindowsFit : public QObject, FrameFixture
 {
     Q_OBJECT
     using Factory = std::function<QWidget*(MDIForm1&, ShapeCanvas&)>;
 
-    QTemporaryDir m_dir;
     ScreenFitter m_fitter;
-    std::unique_ptr<FrameRun> m_run;
-    MDIForm1* m_frame = nullptr;
 
     QScreen* Screen(int index) const { return QGuiApplication::screens().value(index); }
     // The frame moved onto a screen, with a big map open.
@@ -95,15 +92,9 @@ private slots:
         QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
         QCOMPARE(Screen(0)->devicePixelRatio(), 2.0);
         qApp->installEventFilter(&m_fitter);
-        m_run = std::make_unique<FrameRun>();
-        m_frame = &m_run->frame;
+        OpenFrame();
     }
-
-    void cleanupTestCase()
-    {
-        m_run.reset();
-        QCOMPARE(OpenMapCount, std::int16_t(0));
-    }
+    void cleanupTestCase() { CloseFrame(); }
 
     void placement_data()
     {
