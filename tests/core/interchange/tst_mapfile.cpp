@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "FileSizeLimit.h"
 #include "ShapeRow.h"
 #include "core/interchange/MapFile.h"
@@ -12,6 +13,7 @@ namespace {
 
 const QString CannotLoad = QStringLiteral("Error, map cannot be loaded.");
 const QString NotFound = QStringLiteral("Image for map not found.");
+const QString SaveError = QStringLiteral("There was an error while trying to save the file.");
 
 const QString RectangleRow = QStringLiteral(
     " 1 |10,20,110,20,110,80,10,80,|http://a.example/|Alpha|_blank|Status A|-1 |Alert A");
@@ -53,18 +55,6 @@ MapDocument SettingsDocument(const QString& PictureFolder = QStringLiteral("/pic
 QByteArray Crlf(const QStringList& lines)
 {
     return (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8();
-}
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 void AddShape(MapDocument& doc, const QString& row)
@@ -118,7 +108,7 @@ private slots:
         // Line 2 records the name the map is saved under.
         const QString path = m_dir.filePath(QStringLiteral("harbour.imp"));
         QVERIFY(MapFile::SaveMap(doc, path).ok);
-        QCOMPARE(ReadFile(path), QByteArray(bytes).replace("/maps/harbour.imp", path.toUtf8()));
+        QCOMPARE(ReadBytes(path), QByteArray(bytes).replace("/maps/harbour.imp", path.toUtf8()));
     }
 
     void readsBackWhatItWrote()
@@ -214,7 +204,7 @@ private slots:
         lines[1] = stored;
         lines[2] = imagePath;
         lines[3] = QStringLiteral("beside.png");
-        QVERIFY(WriteFile(moved.filePath(QStringLiteral("moved.imp")), Crlf(lines)));
+        QVERIFY(WriteBytes(moved.filePath(QStringLiteral("moved.imp")), Crlf(lines)));
 
         // Opened by a relative name from inside the map's folder, where "./" would happen to work.
         const QString previous = QDir::currentPath();
@@ -311,11 +301,9 @@ private slots:
         QFETCH(std::int32_t, width);
         QFETCH(QString, points);
         QFETCH(QString, comment);
-        QList<QByteArray> lines;
-        for (const QString& valid : ValidLines())
-            lines.append(valid.toUtf8());
-        lines[index] = line;
-        const QByteArray bytes = lines.join("\r\n") + "\r\n";
+        QList<QByteArray> lines = Crlf(ValidLines()).split('\n'); // each ends in '\r'
+        lines[index] = line + '\r';
+        const QByteArray bytes = lines.join('\n');
         const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("forms.imp"));
         QVERIFY(read.ok);
         QCOMPARE(read.document.RealWidth, width);
@@ -335,11 +323,11 @@ private slots:
     {
         // A save replaces a longer previous file entirely.
         const QString path = m_dir.filePath(QStringLiteral("whole.imp"));
-        QVERIFY(WriteFile(path, QByteArray(100000, 'x')));
+        QVERIFY(WriteBytes(path, QByteArray(100000, 'x')));
         const MapDocument first = SettingsDocument();
         QVERIFY(MapFile::SaveMap(first, path).ok);
         const QByteArray previous = MapFile::MapBytes(first, path);
-        QCOMPARE(ReadFile(path), previous);
+        QCOMPARE(ReadBytes(path), previous);
 
         // A file-size limit makes the write fail part way, as a full disk would.
         MapDocument doc = SettingsDocument();
@@ -351,11 +339,10 @@ private slots:
             saved = MapFile::SaveMap(doc, path);
         }
         QVERIFY(!saved.ok);
-        QCOMPARE(saved.message,
-                 QStringLiteral("There was an error while trying to save the file."));
+        QCOMPARE(saved.message, SaveError);
         // The cause comes beside the message, in the system's words.
         QCOMPARE(saved.detail, QStringLiteral("File too large"));
-        QCOMPARE(ReadFile(path), previous);
+        QCOMPARE(ReadBytes(path), previous);
         QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files),
                  QStringList{"whole.imp"});
     }
@@ -369,25 +356,24 @@ private slots:
         };
         const MapDocument doc = SettingsDocument();
         const QString shared = m_dir.filePath(QStringLiteral("shared.imp"));
-        QVERIFY(WriteFile(shared, "old"));
+        QVERIFY(WriteBytes(shared, "old"));
         const QFile::Permissions ownerAndGroup =
             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
         QVERIFY(QFile::setPermissions(shared, ownerAndGroup));
         QVERIFY(MapFile::SaveMap(doc, shared).ok);
-        QCOMPARE(ReadFile(shared), MapFile::MapBytes(doc, shared));
+        QCOMPARE(ReadBytes(shared), MapFile::MapBytes(doc, shared));
         QCOMPARE(modeOf(shared), ownerAndGroup);
 
         // Read-only is refused, for root too, and the file stays as it was.
         const QString locked = m_dir.filePath(QStringLiteral("locked.imp"));
-        QVERIFY(WriteFile(locked, "old"));
+        QVERIFY(WriteBytes(locked, "old"));
         const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
         QVERIFY(QFile::setPermissions(locked, readOnly));
         const MapFile::WriteResult refused = MapFile::SaveMap(doc, locked);
         QVERIFY(!refused.ok);
-        QCOMPARE(refused.message,
-                 QStringLiteral("There was an error while trying to save the file."));
+        QCOMPARE(refused.message, SaveError);
         QCOMPARE(refused.detail, QStringLiteral("\"%1\" is read-only.").arg(locked));
-        QCOMPARE(ReadFile(locked), QByteArray("old"));
+        QCOMPARE(ReadBytes(locked), QByteArray("old"));
         QCOMPARE(modeOf(locked), readOnly);
         QCOMPARE(QDir(m_dir.path()).entryList({"locked.imp*"}, QDir::Files),
                  QStringList{"locked.imp"});
@@ -396,20 +382,16 @@ private slots:
 private:
     MapDocument Local() const { return SettingsDocument(m_dir.path() + QLatin1Char('/')); }
     // A valid two-shape map over dir/pic.png, as lines without line ends.
-    QStringList ValidLines() const;
+    QStringList ValidLines() const
+    {
+        MapDocument doc = Local();
+        AddShape(doc, RectangleRow);
+        AddShape(doc, PolygonRow);
+        return MapFile::MapText(doc, m_dir.filePath("map.imp")).chopped(2).split("\r\n");
+    }
 
     QTemporaryDir m_dir;
 };
-
-QStringList TestMapFile::ValidLines() const
-{
-    MapDocument doc = Local();
-    AddShape(doc, RectangleRow);
-    AddShape(doc, PolygonRow);
-    QStringList lines = MapFile::MapText(doc, m_dir.filePath("map.imp")).split("\r\n");
-    lines.removeLast();
-    return lines;
-}
 
 QTEST_GUILESS_MAIN(TestMapFile)
 #include "tst_mapfile.moc"

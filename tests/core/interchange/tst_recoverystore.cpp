@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "KilledRun.h"
 #include "ShapeBuilders.h"
 #include "core/document/MapDocument.h"
@@ -15,20 +16,23 @@
 namespace {
 
 // A map with a picture on disk and a few shapes, as an editor window holds it.
+// It lies in a fresh folder of its own; the recovery folder is inside.
 struct OpenMap
 {
+    QTemporaryDir dir;
+    QString folder = dir.filePath(QStringLiteral("recovery"));
     MapDocument doc;
     bool modified = false;
     bool busy = false;
     QString fileName;
 
-    OpenMap(const QString& Folder, int Shapes)
+    explicit OpenMap(int Shapes)
     {
         QImage picture(120, 80, QImage::Format_RGB32);
         picture.fill(Qt::darkCyan);
-        picture.save(Folder + QStringLiteral("/picture.png"));
+        picture.save(dir.filePath(QStringLiteral("picture.png")));
         doc.OrigPic = picture;
-        doc.ImagePath = Folder + QLatin1Char('/');
+        doc.ImagePath = dir.path() + QLatin1Char('/');
         doc.ImageName = QStringLiteral("picture.png");
         doc.RealWidth = doc.SWidth = 120;
         doc.RealHeight = doc.SHeight = 80;
@@ -41,7 +45,7 @@ struct OpenMap
         if (Shapes > 0)
             doc.ReSetShapeArray(list, static_cast<std::int16_t>(Shapes - 1));
         doc.SetShapeColors();
-        fileName = Folder + QStringLiteral("/maps/plan.imp");
+        fileName = dir.filePath(QStringLiteral("maps/plan.imp"));
     }
 
     RecoveryStore::Source Source()
@@ -74,10 +78,8 @@ class TestRecoveryStore : public QObject
 private slots:
     void aModifiedMapIsWrittenWithinTheIntervalAndOnlyWhenChanged()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 3);
-        RecoveryStore store(folder);
+        OpenMap map(3);
+        RecoveryStore store(map.folder);
         QVERIFY(store.Start());
         store.Timer().setInterval(20);
         const int id = store.Track(map.Source());
@@ -92,11 +94,8 @@ private slots:
         store.MapChanged(id);
         QTRY_VERIFY_WITH_TIMEOUT(!store.FileOf(id).isEmpty(), 2000);
         const QString written = store.FileOf(id);
-        QVERIFY(written.startsWith(folder + QLatin1Char('/')));
-        QFile file(written);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const MapFile::ReadResult back = MapFile::ReadMap(file.readAll(), written);
-        file.close();
+        QVERIFY(written.startsWith(map.folder + QLatin1Char('/')));
+        const MapFile::ReadResult back = MapFile::ReadMap(ReadBytes(written), written);
         QVERIFY(back.ok);
         QCOMPARE(MapFile::MapBytes(back.document, written), MapFile::MapBytes(map.doc, written));
 
@@ -130,22 +129,20 @@ private slots:
         QVERIFY(QFile::exists(last));
         store.Forget(id);
         QVERIFY(!QFile::exists(last));
-        QVERIFY(QDir(folder)
+        QVERIFY(QDir(map.folder)
                     .entryList({QStringLiteral("*.imp"), QStringLiteral("*.json")}, QDir::Files)
                     .isEmpty());
     }
 
     void aRunningEditorsFilesAreNotOfferedToAnother()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 2);
-        RecoveryStore first(folder);
+        OpenMap map(2);
+        RecoveryStore first(map.folder);
         QVERIFY(first.Start());
         const int id = map.WrittenBy(first);
         QVERIFY(!first.FileOf(id).isEmpty());
 
-        RecoveryStore second(folder);
+        RecoveryStore second(map.folder);
         QVERIFY(second.Start());
         QVERIFY(second.Scan().empty());
         second.Release();
@@ -155,22 +152,20 @@ private slots:
 
     void aKilledRunsMapIsOfferedAndComesBackExactly()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 40);
+        OpenMap map(40);
         map.doc.MapName = QStringLiteral("FloorPlan");
         map.doc.BringToTop(7);
         map.doc.ShouldDrawGrid = true;
         QString left;
         {
-            RecoveryStore killed(folder);
+            RecoveryStore killed(map.folder);
             QVERIFY(killed.Start());
             const int id = map.WrittenBy(killed);
-            left = LeaveAsKilled(folder, killed.FileOf(id));
+            left = LeaveAsKilled(map.folder, killed.FileOf(id));
             killed.Forget(id);
         }
 
-        RecoveryStore next(folder);
+        RecoveryStore next(map.folder);
         QVERIFY(next.Start());
         {
             RecoveryOffer offer(next);
@@ -182,7 +177,7 @@ private slots:
             QCOMPARE(RecoveryOffer::PictureText(found), QStringLiteral("picture.png"));
             QVERIFY(qAbs(found.changed.secsTo(QDateTime::currentDateTime())) < 60);
             // A third run starting now does not offer it while this one decides.
-            RecoveryStore third(folder);
+            RecoveryStore third(map.folder);
             QVERIFY(third.Start());
             QVERIFY(third.Scan().empty());
 
@@ -199,23 +194,21 @@ private slots:
             offer.Adopted(recovered[0]);
             QVERIFY(!QFile::exists(left));
         }
-        RecoveryStore after(folder);
+        RecoveryStore after(map.folder);
         QVERIFY(after.Start());
         QVERIFY(after.Scan().empty());
     }
 
     void discardedMapsAreGoneAndUndecidedOnesOfferedAgain()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 2);
-        RecoveryStore killed(folder);
+        OpenMap map(2);
+        RecoveryStore killed(map.folder);
         QVERIFY(killed.Start());
         const int id = map.WrittenBy(killed);
-        const QString one = LeaveAsKilled(folder, killed.FileOf(id));
-        const QString two = LeaveAsKilled(folder, killed.FileOf(id));
+        const QString one = LeaveAsKilled(map.folder, killed.FileOf(id));
+        const QString two = LeaveAsKilled(map.folder, killed.FileOf(id));
 
-        RecoveryStore next(folder);
+        RecoveryStore next(map.folder);
         QVERIFY(next.Start());
         {
             RecoveryOffer offer(next);
@@ -232,17 +225,15 @@ private slots:
 
     void anUnreadableFileIsSetAsideWithTheReadersReason()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 30);
-        RecoveryStore killed(folder);
+        OpenMap map(30);
+        RecoveryStore killed(map.folder);
         QVERIFY(killed.Start());
         const int id = map.WrittenBy(killed);
-        const QString truncated = LeaveAsKilled(folder, killed.FileOf(id));
+        const QString truncated = LeaveAsKilled(map.folder, killed.FileOf(id));
         QFile file(truncated);
         QVERIFY(file.resize(file.size() / 2));
 
-        RecoveryStore next(folder);
+        RecoveryStore next(map.folder);
         QVERIFY(next.Start());
         const auto checkSetAside = [&](const QString& path, const QString& why) {
             RecoveryOffer offer(next);
@@ -261,50 +252,44 @@ private slots:
         // Set aside once, never offered again.
         QVERIFY(RecoveryOffer(next).IsEmpty());
 
-        const QString noPicture = LeaveAsKilled(folder, killed.FileOf(id));
-        QVERIFY(QFile::remove(dir.filePath(QStringLiteral("picture.png"))));
+        const QString noPicture = LeaveAsKilled(map.folder, killed.FileOf(id));
+        QVERIFY(QFile::remove(map.dir.filePath(QStringLiteral("picture.png"))));
         checkSetAside(noPicture, MapFile::PictureNotFoundMessage());
     }
 
     void aFolderThatCannotBeWrittenIsSaidOnce()
     {
-        QTemporaryDir dir;
-        const QString folder = dir.filePath(QStringLiteral("recovery"));
-        OpenMap map(dir.path(), 2);
+        OpenMap map(2);
         map.modified = true;
-        RecoveryStore store(folder);
+        RecoveryStore store(map.folder);
         QSignalSpy failed(&store, &RecoveryStore::WriteFailed);
         QVERIFY(store.Start());
         const int id = store.Track(map.Source());
 
         // The folder is replaced by a file while the editor runs.
-        QVERIFY(QDir(folder).removeRecursively());
-        QFile blocker(folder);
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
-        blocker.close();
+        QVERIFY(QDir(map.folder).removeRecursively());
+        QVERIFY(WriteBytes(map.folder, {}));
         for (int i = 0; i < 3; ++i) {
             store.MapChanged(id);
             store.WriteDue();
         }
         QCOMPARE(failed.size(), 1);
-        QVERIFY(failed.at(0).at(0).toString().contains(QDir::toNativeSeparators(folder)));
+        QVERIFY(failed.at(0).at(0).toString().contains(QDir::toNativeSeparators(map.folder)));
         QVERIFY(store.FileOf(id).isEmpty());
 
         // Writable again: written, and a later failure is said again.
-        QVERIFY(QFile::remove(folder));
-        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(QFile::remove(map.folder));
+        QVERIFY(QDir().mkpath(map.folder));
         store.WriteDue();
         QVERIFY(!store.FileOf(id).isEmpty());
-        QVERIFY(QDir(folder).removeRecursively());
+        QVERIFY(QDir(map.folder).removeRecursively());
         store.MapChanged(id);
         store.WriteDue();
         QCOMPARE(failed.size(), 2);
 
         // A folder that cannot be made at all.
-        RecoveryStore nowhere(dir.filePath(QStringLiteral("recovery/inside-a-file")));
-        QFile again(folder);
-        QVERIFY(again.open(QIODevice::WriteOnly));
-        again.close();
+        RecoveryStore nowhere(map.dir.filePath(QStringLiteral("recovery/inside-a-file")));
+        QVERIFY(WriteBytes(map.folder, {}));
         QSignalSpy refused(&nowhere, &RecoveryStore::WriteFailed);
         QVERIFY(!nowhere.Start());
         QCOMPARE(refused.size(), 1);
