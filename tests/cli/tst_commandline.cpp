@@ -45,143 +45,129 @@ class TestCommandLine : public QObject
 {
     Q_OBJECT
 private slots:
-    void bothProgramsTellTheProjectVersion();
-    void editorHelpListsItsOptions();
-    void editorKeepsItsOtherCommandLine();
-    void manualPagesCoverEveryCommandAndOption();
-    void metainfoMatchesTheProgram();
+    void cliTellsTheProjectVersion()
+    {
+        const QByteArray version = VANTREL_PROJECT_VERSION;
+        QVERIFY(QRegularExpression(QStringLiteral("^\\d+\\.\\d+\\.\\d+$"))
+                    .match(QString::fromLatin1(version))
+                    .hasMatch());
+        Run cli = Start(QStringLiteral(VANTREL_CLI), {"--version"});
+        QCOMPARE(cli.exitCode, 0);
+        QCOMPARE(cli.out, "vantrel-cli " + version + "\n");
+        QCOMPARE(cli.err, QByteArray());
+        // Only alone: with a command it is wrong usage, as any unknown option is.
+        cli = Start(QStringLiteral(VANTREL_CLI), {"dump", "--version", "map.imp"});
+        QCOMPARE(cli.exitCode, 2);
+        QVERIFY(cli.err.startsWith("Usage: vantrel-cli"));
+    }
+
+    void editorVersionHelpAndOptions()
+    {
+        if (Editor().isEmpty())
+            QSKIP("The editor is not built.");
+        for (const char* option : {"--version", "-v"}) {
+            const Run editor = Start(Editor(), {QString::fromLatin1(option)});
+            QCOMPARE(editor.exitCode, 0);
+            QCOMPARE(editor.out, QByteArray("Vantrel " VANTREL_PROJECT_VERSION "\n"));
+            QCOMPARE(editor.err, QByteArray());
+        }
+        for (const char* option : {"--help", "-h"}) {
+            const Run run = Start(Editor(), {QString::fromLatin1(option)});
+            QCOMPARE(run.exitCode, 0);
+            QVERIFY2(run.out.startsWith("Usage: "), run.out.constData());
+            for (const char* shown :
+                 {"[FILE...]", "Editor for HTML client-side image maps.", "-h, --help",
+                  "-v, --version", "Image Map Files (.imp) to open, or pictures to start new maps"})
+                QVERIFY2(run.out.contains(shown), shown);
+            // The timing switch is for scripts/bench, not for users.
+            QVERIFY(!run.out.contains("quit-after-first-paint"));
+        }
+        // Unknown options are refused by the windowed program as before, with Qt's message.
+        const Run run = Start(Editor(), {"--frobnicate"}, true);
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.err.contains("Unknown option 'frobnicate'."), run.err.constData());
+        QVERIFY(run.out.isEmpty());
+        // Qt's own options still go to Qt.
+        const Run version = Start(Editor(), {"-platform", "offscreen", "--version"});
+        QCOMPARE(version.exitCode, 0);
+        QCOMPARE(version.out, QByteArray("Vantrel " VANTREL_PROJECT_VERSION "\n"));
+    }
+
+    void manualPagesCoverEveryCommandAndOption()
+    {
+        const QString cliPage = Packaged("vantrel-cli.1");
+        const QString editorPage = Packaged("vantrel.1");
+        QVERIFY(!cliPage.isEmpty() && !editorPage.isEmpty());
+        const QString title = QStringLiteral("\"Vantrel " VANTREL_PROJECT_VERSION "\"");
+        QVERIFY(cliPage.startsWith(QStringLiteral(".TH VANTREL\\-CLI 1 ")) &&
+                cliPage.contains(title));
+        QVERIFY(editorPage.startsWith(QStringLiteral(".TH VANTREL 1 ")) &&
+                editorPage.contains(title));
+        QVERIFY(!cliPage.contains(QLatin1Char('@')) && !editorPage.contains(QLatin1Char('@')));
+
+        // Every command of the usage text, and each exit status it names.
+        const Run usage = Start(QStringLiteral(VANTREL_CLI), {"--help"});
+        QCOMPARE(usage.exitCode, 0);
+        const QRegularExpression command(QStringLiteral("^  ([a-z]+) "),
+                                         QRegularExpression::MultilineOption);
+        QStringList commands;
+        for (auto it = command.globalMatch(QString::fromUtf8(usage.out)); it.hasNext();)
+            commands << it.next().captured(1);
+        QCOMPARE(commands.size(), 8);
+        for (const QString& name : commands)
+            QVERIFY2(cliPage.contains(QStringLiteral("\n\\fB%1\\fR").arg(name)) ||
+                         cliPage.contains(QStringLiteral("\n.BI %1 ").arg(name)),
+                     qPrintable(name));
+        for (const char* status : {"\n.B 0\n", "\n.B 1\n", "\n.B 2\n", "\n.B 3\n"})
+            QVERIFY2(cliPage.contains(QLatin1String(status)), status);
+        QVERIFY(cliPage.contains(QStringLiteral(".B \\-\\-version")));
+
+        // Every option the editor's help lists.
+        if (Editor().isEmpty())
+            return;
+        const Run help = Start(Editor(), {"--help"});
+        const QRegularExpression option(QStringLiteral("--([a-z-]+)"));
+        int options = 0;
+        for (auto it = option.globalMatch(QString::fromUtf8(help.out)); it.hasNext(); ++options) {
+            const QString name = it.next().captured(1);
+            QVERIFY2(editorPage.contains(QStringLiteral("\\-\\-") +
+                                         QString(name).replace(QLatin1Char('-'), "\\-")),
+                     qPrintable(name));
+        }
+        QCOMPARE(options, 3);
+    }
+
+    void metainfoMatchesTheProgram()
+    {
+        // Element name -> texts, and the attributes of <component> and <release>.
+        QMultiHash<QString, QString> texts;
+        QHash<QString, QXmlStreamAttributes> attributes;
+        QXmlStreamReader xml(Packaged(VANTREL_METAINFO));
+        while (!xml.atEnd()) {
+            if (xml.readNext() != QXmlStreamReader::StartElement)
+                continue;
+            const QString name = xml.name().toString();
+            attributes.insert(name, xml.attributes());
+            if (!QStringList{"component", "description", "provides", "releases", "categories",
+                             "keywords", "ul"}
+                     .contains(name))
+                texts.insert(name, xml.readElementText(QXmlStreamReader::IncludeChildElements));
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        QCOMPARE(attributes.value(QStringLiteral("component")).value(QStringLiteral("type")),
+                 QStringLiteral("desktop-application"));
+        QCOMPARE(texts.value(QStringLiteral("id")) + QStringLiteral(".metainfo.xml"),
+                 QStringLiteral(VANTREL_METAINFO));
+        QCOMPARE(texts.value(QStringLiteral("url")), HelpFile::OnlineAddress);
+        QCOMPARE(attributes.value(QStringLiteral("release")).value(QStringLiteral("version")),
+                 QStringLiteral(VANTREL_PROJECT_VERSION));
+        QVERIFY(QFile::exists(QStringLiteral(VANTREL_SOURCE_DIR "/packaging/") +
+                              texts.value(QStringLiteral("launchable"))));
+        QStringList binaries = texts.values(QStringLiteral("binary"));
+        binaries.sort();
+        QCOMPARE(binaries, QStringList({"vantrel", "vantrel-cli"}));
+    }
 };
-
-void TestCommandLine::bothProgramsTellTheProjectVersion()
-{
-    const QByteArray version = VANTREL_PROJECT_VERSION;
-    QVERIFY(QRegularExpression(QStringLiteral("^\\d+\\.\\d+\\.\\d+$"))
-                .match(QString::fromLatin1(version))
-                .hasMatch());
-    Run cli = Start(QStringLiteral(VANTREL_CLI), {"--version"});
-    QCOMPARE(cli.exitCode, 0);
-    QCOMPARE(cli.out, "vantrel-cli " + version + "\n");
-    QCOMPARE(cli.err, QByteArray());
-    // Only alone: with a command it is wrong usage, as any unknown option is.
-    cli = Start(QStringLiteral(VANTREL_CLI), {"dump", "--version", "map.imp"});
-    QCOMPARE(cli.exitCode, 2);
-    QVERIFY(cli.err.startsWith("Usage: vantrel-cli"));
-
-    if (Editor().isEmpty())
-        QSKIP("The editor is not built.");
-    for (const char* option : {"--version", "-v"}) {
-        const Run editor = Start(Editor(), {QString::fromLatin1(option)});
-        QCOMPARE(editor.exitCode, 0);
-        QCOMPARE(editor.out, "Vantrel " + version + "\n");
-        QCOMPARE(editor.err, QByteArray());
-    }
-}
-
-void TestCommandLine::editorHelpListsItsOptions()
-{
-    if (Editor().isEmpty())
-        QSKIP("The editor is not built.");
-    for (const char* option : {"--help", "-h"}) {
-        const Run run = Start(Editor(), {QString::fromLatin1(option)});
-        QCOMPARE(run.exitCode, 0);
-        QVERIFY2(run.out.startsWith("Usage: "), run.out.constData());
-        for (const char* shown :
-             {"[FILE...]", "Editor for HTML client-side image maps.", "-h, --help", "-v, --version",
-              "Image Map Files (.imp) to open, or pictures to start new maps"})
-            QVERIFY2(run.out.contains(shown), shown);
-        // The timing switch is for scripts/bench, not for users.
-        QVERIFY(!run.out.contains("quit-after-first-paint"));
-    }
-}
-
-void TestCommandLine::editorKeepsItsOtherCommandLine()
-{
-    if (Editor().isEmpty())
-        QSKIP("The editor is not built.");
-    // Unknown options are refused by the windowed program as before, with Qt's message.
-    const Run run = Start(Editor(), {"--frobnicate"}, true);
-    QCOMPARE(run.exitCode, 1);
-    QVERIFY2(run.err.contains("Unknown option 'frobnicate'."), run.err.constData());
-    QVERIFY(run.out.isEmpty());
-    // Qt's own options still go to Qt.
-    const Run version = Start(Editor(), {"-platform", "offscreen", "--version"});
-    QCOMPARE(version.exitCode, 0);
-    QCOMPARE(version.out, QByteArray("Vantrel " VANTREL_PROJECT_VERSION "\n"));
-}
-
-void TestCommandLine::manualPagesCoverEveryCommandAndOption()
-{
-    const QString cliPage = Packaged("vantrel-cli.1");
-    const QString editorPage = Packaged("vantrel.1");
-    QVERIFY(!cliPage.isEmpty() && !editorPage.isEmpty());
-    const QString title = QStringLiteral("\"Vantrel " VANTREL_PROJECT_VERSION "\"");
-    QVERIFY(cliPage.startsWith(QStringLiteral(".TH VANTREL\\-CLI 1 ")) && cliPage.contains(title));
-    QVERIFY(editorPage.startsWith(QStringLiteral(".TH VANTREL 1 ")) && editorPage.contains(title));
-    QVERIFY(!cliPage.contains(QLatin1Char('@')) && !editorPage.contains(QLatin1Char('@')));
-
-    // Every command of the usage text, and each exit status it names.
-    const Run usage = Start(QStringLiteral(VANTREL_CLI), {"--help"});
-    QCOMPARE(usage.exitCode, 0);
-    const QRegularExpression command(QStringLiteral("^  ([a-z]+) "),
-                                     QRegularExpression::MultilineOption);
-    QStringList commands;
-    for (auto it = command.globalMatch(QString::fromUtf8(usage.out)); it.hasNext();)
-        commands << it.next().captured(1);
-    QCOMPARE(commands.size(), 8);
-    for (const QString& name : commands)
-        QVERIFY2(cliPage.contains(QStringLiteral("\n\\fB%1\\fR").arg(name)) ||
-                     cliPage.contains(QStringLiteral("\n.BI %1 ").arg(name)),
-                 qPrintable(name));
-    for (const char* status : {"\n.B 0\n", "\n.B 1\n", "\n.B 2\n", "\n.B 3\n"})
-        QVERIFY2(cliPage.contains(QLatin1String(status)), status);
-    QVERIFY(cliPage.contains(QStringLiteral(".B \\-\\-version")));
-
-    // Every option the editor's help lists.
-    if (Editor().isEmpty())
-        return;
-    const Run help = Start(Editor(), {"--help"});
-    const QRegularExpression option(QStringLiteral("--([a-z-]+)"));
-    int options = 0;
-    for (auto it = option.globalMatch(QString::fromUtf8(help.out)); it.hasNext(); ++options) {
-        const QString name = it.next().captured(1);
-        QVERIFY2(editorPage.contains(QStringLiteral("\\-\\-") +
-                                     QString(name).replace(QLatin1Char('-'), "\\-")),
-                 qPrintable(name));
-    }
-    QCOMPARE(options, 3);
-}
-
-void TestCommandLine::metainfoMatchesTheProgram()
-{
-    // Element name -> texts, and the attributes of <component> and <release>.
-    QMultiHash<QString, QString> texts;
-    QHash<QString, QXmlStreamAttributes> attributes;
-    QXmlStreamReader xml(Packaged(VANTREL_METAINFO));
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        const QString name = xml.name().toString();
-        attributes.insert(name, xml.attributes());
-        if (name != QLatin1String("component") && name != QLatin1String("description") &&
-            name != QLatin1String("provides") && name != QLatin1String("releases") &&
-            name != QLatin1String("categories") && name != QLatin1String("keywords") &&
-            name != QLatin1String("ul"))
-            texts.insert(name, xml.readElementText(QXmlStreamReader::IncludeChildElements));
-    }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    QCOMPARE(attributes.value(QStringLiteral("component")).value(QStringLiteral("type")),
-             QStringLiteral("desktop-application"));
-    QCOMPARE(texts.value(QStringLiteral("id")) + QStringLiteral(".metainfo.xml"),
-             QStringLiteral(VANTREL_METAINFO));
-    QCOMPARE(texts.value(QStringLiteral("url")), HelpFile::OnlineAddress);
-    QCOMPARE(attributes.value(QStringLiteral("release")).value(QStringLiteral("version")),
-             QStringLiteral(VANTREL_PROJECT_VERSION));
-    QVERIFY(QFile::exists(QStringLiteral(VANTREL_SOURCE_DIR "/packaging/") +
-                          texts.value(QStringLiteral("launchable"))));
-    QStringList binaries = texts.values(QStringLiteral("binary"));
-    binaries.sort();
-    QCOMPARE(binaries, QStringList({"vantrel", "vantrel-cli"}));
-}
 
 QTEST_GUILESS_MAIN(TestCommandLine)
 #include "tst_commandline.moc"
