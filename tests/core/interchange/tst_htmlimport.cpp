@@ -1,3 +1,4 @@
+#include "ShapeBuilders.h"
 #include "ShapeRow.h"
 #include "core/document/MapDocument.h"
 #include "core/interchange/HtmlImporter.h"
@@ -11,11 +12,6 @@ const QString ErrorText =
     QStringLiteral("There was an error, please check the HTML code you paste in.");
 
 using Points = std::vector<ShapePoint>;
-
-Points Box(int l, int t, int r, int b)
-{
-    return {{l, t}, {r, t}, {r, b}, {l, b}};
-}
 
 QString Wrap(const QString& areas)
 {
@@ -71,18 +67,18 @@ private slots:
         QTest::newRow("upper-case tags, values come out lower-case")
             << "<MAP NAME=\"Big\">\r\n<AREA SHAPE=RECT COORDS=\"1,2,3,4\" HREF=\"HTTP://A.COM/X\" "
                "ALT=\"Home Page\">\r\n</MAP>"
-            << 1 << Box(1, 2, 3, 4) << "http://a.com/x";
+            << 1 << Corners(1, 2, 3, 4) << "http://a.com/x";
         QTest::newRow("circle to its square")
             << Wrap("<area shape=\"circle\" coords=\"50,60,5\" href=\"a\">") << 0
-            << Box(45, 55, 55, 65) << "a";
+            << Corners(45, 55, 55, 65) << "a";
         QTest::newRow("polygon spelt out, odd piece dropped")
             << Wrap("<area shape=\"polygon\" coords=\"1,2,3,4,5\">") << 2 << Points{{1, 2}, {3, 4}}
             << "";
         QTest::newRow("unquoted keyword")
-            << Wrap("<area shape=rect coords=\"1,2,3,4\">") << 1 << Box(1, 2, 3, 4) << "";
+            << Wrap("<area shape=rect coords=\"1,2,3,4\">") << 1 << Corners(1, 2, 3, 4) << "";
         QTest::newRow("halves round to even")
-            << Wrap("<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">") << 1 << Box(2, 4, -2, 0)
-            << "";
+            << Wrap("<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">") << 1
+            << Corners(2, 4, -2, 0) << "";
     }
 
     void shapes()
@@ -149,7 +145,7 @@ private slots:
                 QCOMPARE(result.shapes[i].Comment, want.Comment);
                 QCOMPARE(result.shapes[i].Target, want.Target);
             }
-            QCOMPARE(result.shapes[3].Points(), Box(0, 0, 640, 480));
+            QCOMPARE(result.shapes[3].Points(), Corners(0, 0, 640, 480));
             QCOMPARE(result.shapes[3].URL, source.DefURL);
         }
     }

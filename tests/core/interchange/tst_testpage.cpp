@@ -1,19 +1,9 @@
+#include "FileBytes.h"
 #include "FileSizeLimit.h"
 #include "core/interchange/TestPage.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-
-QByteArray ReadAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 class TestTestPage : public QObject
 {
@@ -26,10 +16,10 @@ private slots:
         QVERIFY(TestPage::Write(path, QStringLiteral("first, a longer code than the second")));
         QVERIFY(
             TestPage::Write(path, QStringLiteral("<map name=\"m\">\r\n</map>\r\n<img src=\"x\">")));
-        QCOMPARE(ReadAll(path), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
-                                           "<BODY BGCOLOR=\"#FFFFFF\">\r\n"
-                                           "<map name=\"m\">\r\n</map>\r\n<img src=\"x\">\r\n"
-                                           "</BODY></HTML>\r\n"));
+        QCOMPARE(ReadBytes(path), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
+                                             "<BODY BGCOLOR=\"#FFFFFF\">\r\n"
+                                             "<map name=\"m\">\r\n</map>\r\n<img src=\"x\">\r\n"
+                                             "</BODY></HTML>\r\n"));
         QVERIFY(!TestPage::Write(m_dir.path(), QStringLiteral("x"))); // a folder, not a file
     }
 
@@ -37,7 +27,7 @@ private slots:
     {
         const QString path = m_dir.filePath(QStringLiteral("short.htm"));
         QVERIFY(TestPage::Write(path, QStringLiteral("first")));
-        const QByteArray previous = ReadAll(path);
+        const QByteArray previous = ReadBytes(path);
         bool written = true;
         {
             // The disk fills up part way through the page.
@@ -46,7 +36,7 @@ private slots:
             written = TestPage::Write(path, QString(4096, QLatin1Char('x')));
         }
         QVERIFY(!written);
-        QCOMPARE(ReadAll(path), previous);
+        QCOMPARE(ReadBytes(path), previous);
     }
 
 private:
