@@ -3,12 +3,10 @@
 #include "ShapeRow.h"
 #include "core/interchange/MapFile.h"
 
-#include <QFile>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -31,10 +29,11 @@ private slots:
     void printsOneLinePerLink()
     {
         const QString server = m_server.Url("").toString();
+        // Every status comes from the link table (checked on its own); here, how each kind
+        // is printed.
         SaveMap("all.imp",
-                {server + "/ok", server + "/moved", server + "/missing", server + "/error",
-                 server + "/nohead", server + "/slow", server + "/loop", server + "/drop",
-                 "about.htm", "gone.htm", "mailto:ann@x.org", "http://s.com:99999/"},
+                {server + "/ok", server + "/moved", server + "/missing", server + "/slow",
+                 "about.htm", "gone.htm", "mailto:ann@x.org"},
                 QString());
         const Run run = Cli({"links", "--timeout", "0.5", "all.imp"});
         QCOMPARE(run.exitCode, 3);
@@ -44,16 +43,11 @@ private slots:
             "Shape #1\tOK 200\t" + server + "/ok",
             "Shape #2\tMoved → " + server + "/ok\t" + server + "/moved",
             "Shape #3\tBroken 404\t" + server + "/missing",
-            "Shape #4\tServer error 500\t" + server + "/error",
-            "Shape #5\tOK 200\t" + server + "/nohead",
-            "Shape #6\tTimed out\t" + server + "/slow",
-            "Shape #7\tRedirect loop\t" + server + "/loop",
-            "Shape #8\tUnreachable: connection closed without an answer\t" + server + "/drop",
+            "Shape #4\tTimed out\t" + server + "/slow",
             // Without a base, relative links are files beside the picture.
-            "Shape #9\tOK (file)\t" + folder + "/about.htm",
-            "Shape #10\tFile missing\t" + folder + "/gone.htm",
-            "Shape #11\tNot checked (mailto)\tmailto:ann@x.org",
-            "Shape #12\tMalformed: bad port\thttp://s.com:99999/",
+            "Shape #5\tOK (file)\t" + folder + "/about.htm",
+            "Shape #6\tFile missing\t" + folder + "/gone.htm",
+            "Shape #7\tNot checked (mailto)\tmailto:ann@x.org",
             "Default area\tNo address\t",
         };
         QCOMPARE(QString::fromUtf8(run.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts), expected);
@@ -125,25 +119,22 @@ private:
     Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
     // Saves a map over pic.png whose shapes link to Urls, the default area to DefURL.
-    void SaveMap(const QString& name, const QStringList& urls, const QString& defURL) const;
+    void SaveMap(const QString& name, const QStringList& urls, const QString& defURL) const
+    {
+        MapDocument map;
+        map.ImagePath = m_dir.path() + QLatin1Char('/');
+        map.ImageName = QStringLiteral("pic.png");
+        map.RealWidth = map.SWidth = 120;
+        map.RealHeight = map.SHeight = 80;
+        for (const QString& url : urls)
+            AddShapeRow(map, "1|0,0,10,0,10,10,0,10|" + url + "||||0|");
+        map.DefURL = defURL;
+        QVERIFY(MapFile::SaveMap(map, Path(name)).ok);
+    }
 
     QTemporaryDir m_dir;
     LocalHttpServer m_server;
 };
-
-void TestCliLinks::SaveMap(const QString& name, const QStringList& urls,
-                           const QString& defURL) const
-{
-    MapDocument map;
-    map.ImagePath = m_dir.path() + QLatin1Char('/');
-    map.ImageName = QStringLiteral("pic.png");
-    map.RealWidth = map.SWidth = 120;
-    map.RealHeight = map.SHeight = 80;
-    for (const QString& url : urls)
-        AddShapeRow(map, QStringLiteral("1|0,0,10,0,10,10,0,10|") + url + QStringLiteral("||||0|"));
-    map.DefURL = defURL;
-    QVERIFY(MapFile::SaveMap(map, Path(name)).ok);
-}
 
 QTEST_GUILESS_MAIN(TestCliLinks)
 #include "tst_clilinks.moc"

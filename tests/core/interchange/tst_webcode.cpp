@@ -4,8 +4,6 @@
 #include "core/interchange/MapFormat.h"
 
 #include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
 
