@@ -38,15 +38,14 @@ private slots:
             const QString name = MapFormats::Name(format);
             Run run = Cli({"html", "--format", name, "map.imp"});
             QCOMPARE(run.exitCode, 0);
-            QCOMPARE(run.out, Expected(format, Form::Viewing).toUtf8());
+            QCOMPARE(run.out, Expected(format, Form::Viewing).Text.toUtf8());
             run = Cli({"html", "map.imp", "--test", "--format", name});
-            QCOMPARE(run.out, Expected(format, Form::Test).toUtf8());
+            QCOMPARE(run.out, Expected(format, Form::Test).Text.toUtf8());
 
             QCOMPARE(Cli({"testpage", "--format", name, "map.imp", "-o", name + ".htm"}).exitCode,
                      0);
-            MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
-            const FormattedMapCode code = FormattedMapCode::Generate(map, format, Form::Test);
-            QCOMPARE(Read(name + ".htm"), code.TestPageText(format).toUtf8());
+            QCOMPARE(Read(name + ".htm"),
+                     Expected(format, Form::Test).TestPageText(format).toUtf8());
 
             run = Cli({"html", "--format", name, "empty.imp"});
             QCOMPARE(run.exitCode, 1);
@@ -140,10 +139,10 @@ private:
     Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
     QByteArray Read(const QString& name) const { return ReadBytes(Path(name)); }
-    QString Expected(MapFormat format, MapCodeGenerator::Form form) const
+    FormattedMapCode Expected(MapFormat format, MapCodeGenerator::Form form) const
     {
         MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
-        return FormattedMapCode::Generate(map, format, form).Text;
+        return FormattedMapCode::Generate(map, format, form);
     }
 
     QTemporaryDir m_dir;
