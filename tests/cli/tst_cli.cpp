@@ -60,10 +60,21 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QByteArray>("err"); // the whole of it, or how usage starts
         const QByteArray usage = "Usage: vantrel-cli COMMAND ...\n";
-        QTest::newRow("nothing") << QStringList{} << 2 << usage;
-        QTest::newRow("unknown command") << QStringList{"render", "map.imp"} << 2 << usage;
-        QTest::newRow("--test on dump") << QStringList{"dump", "--test", "map.imp"} << 2 << usage;
-        QTest::newRow("testpage without -o") << QStringList{"testpage", "map.imp"} << 2 << usage;
+        // Wrong usage: no command, an unknown one, a missing or malformed value, an option
+        // the command does not take.
+        for (const QStringList& arguments :
+             {QStringList{}, QStringList{"render", "map.imp"},
+              QStringList{"dump", "--test", "map.imp"}, QStringList{"testpage", "map.imp"},
+              QStringList{"lint", "--test", "map.imp"},
+              QStringList{"html", "--format", "xhtml", "map.imp"},
+              QStringList{"html", "map.imp", "--format"},
+              QStringList{"dump", "--format", "svg", "map.imp"},
+              QStringList{"html", "--keep-text", "map.imp"}, QStringList{"links"},
+              QStringList{"links", "--base"}, QStringList{"links", "a", "b"},
+              QStringList{"links", "--timeout", "0", "a.imp"},
+              QStringList{"links", "--timeout", "soon", "a.imp"},
+              QStringList{"dump", "--base", "x", "a.imp"}})
+            QTest::addRow("usage: %s", qPrintable(arguments.join(' '))) << arguments << 2 << usage;
         QTest::newRow("html of a map without shapes")
             << QStringList{"html", "empty.imp"} << 1
             << QByteArray("No shape areas have been created.\n");

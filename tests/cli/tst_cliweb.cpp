@@ -83,7 +83,6 @@ private slots:
         run = Cli({"lint", "harbour.png"});
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(run.err, QByteArray("Error, map cannot be loaded.\n"));
-        QCOMPARE(Cli({"lint", "--test", "map.imp"}).exitCode, 2);
     }
 
     void importWithOptions()
@@ -119,20 +118,6 @@ private slots:
         run = Cli({"import", "code.html", "--into", "map.imp", "-o", "none.imp", "--map", "First"});
         QCOMPARE(run.exitCode, 2);
         QVERIFY(!QFile::exists(Path("none.imp")));
-    }
-
-    void malformedWebOptions()
-    {
-        // An unknown format, a format without a value, options on commands that take none.
-        for (const QStringList& arguments : {QStringList{"html", "--format", "xhtml", "map.imp"},
-                                             QStringList{"html", "map.imp", "--format"},
-                                             QStringList{"dump", "--format", "svg", "map.imp"},
-                                             QStringList{"html", "--keep-text", "map.imp"}}) {
-            const Run run = Cli(arguments);
-            QCOMPARE(run.exitCode, 2);
-            QVERIFY2(run.err.startsWith("Usage: vantrel-cli"), qPrintable(arguments.join(' ')));
-            QVERIFY(run.out.isEmpty());
-        }
     }
 
 private:
