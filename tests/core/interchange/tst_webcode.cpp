@@ -72,26 +72,18 @@ class TestWebCode : public QObject
 {
     Q_OBJECT
 private slots:
-    void html5PagesPassTidy_data()
-    {
-        QTest::addColumn<int>("which");
-        QTest::newRow("sample map") << 0;
-        QTest::newRow("every text special, every effect") << 1;
-    }
-
     void html5PagesPassTidy()
     {
-        QFETCH(int, which);
-        MapDocument d = which == 0 ? SampleMap() : SpecialMap();
-        QVERIFY(d.ItemCount() >= 0);
-        const FormattedMapCode code = Code(d, MapFormat::Html5, MapCodeGenerator::Form::Test);
-        const QString page = code.TestPageText(MapFormat::Html5);
-        QCOMPARE(TidyComplaints(page), QString());
-        if (which == 1) {
-            // The style block sits in the page's head.
-            QVERIFY(page.indexOf("<style>") < page.indexOf("</head>"));
-            QVERIFY(page.contains("src=\"file:///D:/web/img/pic.png\""));
+        QString page;
+        for (MapDocument d : {SampleMap(), SpecialMap()}) {
+            QVERIFY(d.ItemCount() >= 0);
+            page = Code(d, MapFormat::Html5, MapCodeGenerator::Form::Test)
+                       .TestPageText(MapFormat::Html5);
+            QCOMPARE(TidyComplaints(page), QString());
         }
+        // The style block sits in the page's head.
+        QVERIFY(page.indexOf("<style>") < page.indexOf("</head>"));
+        QVERIFY(page.contains("src=\"file:///D:/web/img/pic.png\""));
     }
 
     void html5Areas_data()
@@ -169,6 +161,8 @@ private slots:
     void svgBlockIsWellFormedWithEarlierShapesOnTop()
     {
         MapDocument d = SpecialMap();
+        // A map file may hold any character; XML has no way at all to write a control one.
+        d.Shape(0).Comment = QStringLiteral("red") + QChar(1) + QStringLiteral("house");
         const QString block = Code(d, MapFormat::Svg).Text;
         QXmlStreamReader xml(block);
         QStringList shapes;
@@ -189,28 +183,11 @@ private slots:
         QCOMPARE(viewBox, QStringLiteral("0 0 300 200"));
         // Default area first (lowest), then the shapes last to first: shape 0 lies on top.
         QCOMPARE(shapes, QStringList({"rect", "polygon", "circle", "rect"}));
-        QCOMPARE(labels.size(), 4);
-        for (const QString& label : labels)
-            QCOMPARE(label, Nasty);
+        QCOMPARE(labels, QStringList({Nasty, Nasty, Nasty, QStringLiteral("red\uFFFDhouse")}));
         QVERIFY(block.contains("preserveAspectRatio=\"none\""));
         QVERIFY(block.contains("<rect x=\"10\" y=\"10\" width=\"40\" height=\"30\"/>"));
         QVERIFY(block.contains("<polygon points=\"10,150 50,120 90,150\"/>"));
         QVERIFY(block.contains(".map-Special a:focus"));
-    }
-
-    void svgBlockParsesWithControlCharacters()
-    {
-        // A map file may hold any character; XML has no way at all to write a control one.
-        MapDocument d = SampleMap();
-        d.Shape(0).Comment = QStringLiteral("red") + QChar(1) + QStringLiteral("house");
-        QXmlStreamReader xml(Code(d, MapFormat::Svg).Text);
-        QStringList labels;
-        while (!xml.atEnd()) {
-            if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == u"a")
-                labels << xml.attributes().value("aria-label").toString();
-        }
-        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-        QVERIFY(labels.contains(QStringLiteral("red\uFFFDhouse")));
     }
 
     void modernFormatsLeaveTheShapesAsTheyAre()
