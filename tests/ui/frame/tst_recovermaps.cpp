@@ -173,7 +173,7 @@ private slots:
         QVERIFY(next.frame.MapWindows().isEmpty());
     }
 
-    void aCorruptFileIsNamedWithTheReasonAndSetAside()
+    void aCorruptFileIsNamedWithTheReason()
     {
         QString left;
         EditAndKill(m_dir.filePath(QStringLiteral("broken.imp")), left);
