@@ -201,17 +201,15 @@ private slots:
 private:
     Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
-    QString Code(MapCodeGenerator::Form form) const;
+    QString Code(MapCodeGenerator::Form form) const
+    {
+        MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
+        return MapCodeGenerator::GenerateMapCode(map, form);
+    }
 
     QTemporaryDir m_dir;
     MapDocument m_map; // three shapes over pic.png, saved as map.imp
 };
-
-QString TestCli::Code(MapCodeGenerator::Form form) const
-{
-    MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
-    return MapCodeGenerator::GenerateMapCode(map, form);
-}
 
 QTEST_GUILESS_MAIN(TestCli)
 #include "tst_cli.moc"
