@@ -49,6 +49,9 @@ ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     m_editor.SetBeforeChange([this](std::int16_t index) { m_history.TouchInGesture(index); });
     connect(&m_history.Stack(), &QUndoStack::cleanChanged, this,
             [this](bool clean) { setWindowModified(!clean); });
+    // Undo and redo change the map behind every command's back: what shows its shapes
+    // must hear of it as of any other change.
+    connect(&m_history.Stack(), &QUndoStack::indexChanged, this, [this] { emit MapChanged(true); });
 }
 
 ShapeCanvas::~ShapeCanvas()

@@ -89,6 +89,24 @@ private slots:
         QCOMPARE(List().model()->rowCount(), 2);
     }
 
+    void undoAndRedoShowInTheList()
+    {
+        ShapeCanvas* map = NewMap();
+        Draw(*map, "RectangleMode", {{10, 10}, {50, 50}});
+        Trigger("Copyshape");
+        Trigger("PasteShape");
+        QCOMPARE(List().model()->rowCount(), 2);
+        QCOMPARE(SelectedShape(), 1);
+        Trigger("EditUndo");
+        QCOMPARE(List().model()->rowCount(), 1);
+        QCOMPARE(SelectedShape(), 0);
+        QCOMPARE(Child<QLabel>(Panel(), "GeometryCaption")->text(),
+                 QStringLiteral("Shape #1: Rectangle"));
+        Trigger("EditRedo");
+        QCOMPARE(List().model()->rowCount(), 2);
+        QCOMPARE(SelectedShape(), 1);
+    }
+
     void listFollowsTheActiveMapAndLetsGoOfClosedOnes()
     {
         ShapeCanvas* first = NewMap();
