@@ -67,9 +67,8 @@ MapDocument RandomDocument(quint32 seed)
             const int w = random.bounded(0, 200), h = type == Circle ? w : random.bounded(0, 200);
             const int r = x + (type == Circle ? 2 * (w / 2) : w),
                       b = y + (type == Circle ? 2 * (w / 2) : h);
-            xy << QStringList{QString::number(x), QString::number(y), QString::number(r),
-                              QString::number(y), QString::number(r), QString::number(b),
-                              QString::number(x), QString::number(b)};
+            for (const int v : {x, y, r, y, r, b, x, b})
+                xy << QString::number(v);
         }
         const std::int16_t index = d.AddShape();
         PatShape& s = d.Shape(index);
