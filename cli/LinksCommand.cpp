@@ -31,6 +31,9 @@ int LinksCommand::Run(const CliRequest& Request)
     if (!read.ok) {
         for (const QString& message : read.messages)
             m_err.write((message + QLatin1Char('\n')).toUtf8());
+        // The cause on a line of its own, as the other commands give it.
+        if (!read.detail.isEmpty())
+            m_err.write((read.detail + QLatin1Char('\n')).toUtf8());
         return 1;
     }
     LinkTableModel links;

@@ -89,9 +89,10 @@ private slots:
             << QStringList{"save", "map.imp", "-o", "locked.imp"} << 1
             << ("There was an error while trying to save the file.\n\"" +
                 Path("locked.imp").toUtf8() + "\" is read-only.\n");
-        QTest::newRow("dump of a map with 32,769 shapes")
-            << QStringList{"dump", "many.imp"} << 1
-            << QByteArray("Error, map cannot be loaded.\nA map holds at most 32,768 shapes.\n");
+        for (const char* command : {"dump", "links"})
+            QTest::addRow("%s of a map with 32,769 shapes", command)
+                << QStringList{command, "many.imp"} << 1
+                << QByteArray("Error, map cannot be loaded.\nA map holds at most 32,768 shapes.\n");
         QTest::newRow("import of 32,769 areas")
             << QStringList{"import", "areas.html", "--into", "map.imp", "-o", "out.imp"} << 1
             << QByteArray("There was an error, please check the HTML code you paste in.\n"
