@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ScriptedModalUi.h"
+#include "ShapeBuilders.h"
 #include "core/document/OpenMapCount.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/frame/MDIForm1.h"
@@ -30,6 +31,20 @@ inline QString SavePicture(const QString& path, QSize size = {400, 300}, QColor 
     picture.fill(fill);
     picture.save(path);
     return path;
+}
+
+// Count small rectangles within 400 x 300 pixels, linked to url followed by their number.
+inline void AdoptRectangles(MapDocument& doc, int count, const QString& url)
+{
+    std::vector<PatShape> shapes;
+    std::vector<std::int16_t> order;
+    for (int i = 0; i < count; ++i) {
+        shapes.push_back(
+            MakeShape(Rectangle, Corners(i % 380, i % 280, i % 380 + 20, i % 280 + 20)));
+        shapes.back().URL = url + QString::number(i);
+        order.push_back(static_cast<std::int16_t>(i));
+    }
+    doc.AdoptShapes(std::move(shapes), std::move(order));
 }
 
 // The main window with scripted messages and dialogs.

@@ -1,5 +1,5 @@
 #include "CanvasFixture.h"
-#include "ShapeBuilders.h"
+#include "FrameFixture.h"
 #include "ui/dialogs/frmOptions.h"
 
 #include <QLineEdit>
@@ -82,19 +82,7 @@ private slots:
     }
 
 private:
-    void AddShapes(int Count)
-    {
-        std::vector<PatShape> shapes;
-        std::vector<std::int16_t> order;
-        for (int i = 0; i < Count; ++i) {
-            PatShape s =
-                MakeShape(Rectangle, Corners(i % 380, i % 280, i % 380 + 20, i % 280 + 20));
-            s.URL = QStringLiteral("u%1").arg(i);
-            shapes.push_back(s);
-            order.push_back(static_cast<std::int16_t>(i));
-        }
-        m_canvas->Document().AdoptShapes(std::move(shapes), std::move(order));
-    }
+    void AddShapes(int Count) { AdoptRectangles(m_canvas->Document(), Count, QStringLiteral("u")); }
     static QTabBar* Tabs(QDialog& dialog)
     {
         return dialog.findChild<QTabBar*>(QStringLiteral("tbsOptions"));

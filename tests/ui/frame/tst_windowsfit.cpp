@@ -1,5 +1,4 @@
 #include "FrameFixture.h"
-#include "ShapeBuilders.h"
 #include "ui/dialogs/ColorPicker.h"
 #include "ui/dialogs/GridForm.h"
 #include "ui/dialogs/ImageSize.h"
@@ -48,15 +47,8 @@ class TestWindowsFit : public QObject, FrameFixture
             return m_frame->ActiveMapWindow();
         m_run->NewMap(SavePicture(m_dir.filePath("pic.png"), {2400, 1600}, Qt::darkCyan));
         // Enough shapes for a run of tabs in Properties and a long list in the panel.
-        std::vector<PatShape> shapes;
-        std::vector<std::int16_t> order;
-        for (std::int16_t i = 0; i < 200; ++i) {
-            PatShape shape = MakeShape(Rectangle, Corners(i * 10, i * 5, i * 10 + 90, i * 5 + 60));
-            shape.URL = QStringLiteral("https://www.example.com/a/rather/long/path/%1.html").arg(i);
-            shapes.push_back(shape);
-            order.push_back(i);
-        }
-        m_frame->ActiveMapWindow()->Document().AdoptShapes(std::move(shapes), std::move(order));
+        AdoptRectangles(m_frame->ActiveMapWindow()->Document(), 200,
+                        QStringLiteral("https://www.example.com/a/rather/long/path/"));
         return m_frame->ActiveMapWindow();
     }
     template <typename T> static std::pair<const char*, Factory> Dialog(const char* name)
