@@ -201,7 +201,16 @@ class TestMonkey : public QObject, FrameFixture
     void CheckMaps(int step)
     {
         for (ShapeCanvas* map : m_frame->MapWindows()) {
-            const QString fault = StructuralFault(map->Document());
+            const MapDocument& d = map->Document();
+            QString fault = StructuralFault(d);
+            // Once no polygon is being drawn, no shape is left unfinished, and only the
+            // top one has the focus colour.
+            for (int i = 0; fault.isEmpty() && !d.PolygonInProgress && i <= d.ItemCount(); ++i) {
+                if (!d.Shape(std::int16_t(i)).IsShapeDone())
+                    fault = QStringLiteral("shape %1 is unfinished").arg(i);
+            }
+            if (fault.isEmpty())
+                fault = MapInconsistency(d);
             QVERIFY2(fault.isEmpty(),
                      qPrintable(QStringLiteral("step %1: %2 after %3")
                                     .arg(step)
