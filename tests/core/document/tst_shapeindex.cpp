@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QTest>
+#include <numeric>
 #include <random>
 
 // The spatial index behind repaints and picks, and the kept layer of drawn pixels: both
@@ -41,8 +42,7 @@ MapDocument RandomMap(std::mt19937& random, int Count, double Zoom)
         shapes.push_back(s);
     }
     std::vector<std::int16_t> order(shapes.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = static_cast<std::int16_t>(i);
+    std::iota(order.begin(), order.end(), std::int16_t(0));
     std::shuffle(order.begin(), order.end(), random);
     MapDocument doc;
     doc.AdoptShapes(std::move(shapes), std::move(order));
@@ -111,29 +111,11 @@ private:
     MapDocument& m_document;
 };
 
-int Edit(MapDocument& doc, std::mt19937& random, int kind);
-
-// One random edit of the kinds the editor makes, as the editor makes them, each an undo
-// step; or an undo or a redo.
-int RandomEdit(MapDocument& doc, MapHistory& history, std::mt19937& random)
-{
-    const int kind = std::uniform_int_distribution<int>(0, 9)(random);
-    if (kind == 8)
-        history.Undo();
-    else if (kind == 9)
-        history.Redo();
-    else
-        history.RecordAll(QStringLiteral("edit"), false, [&] { Edit(doc, random, kind); });
-    return kind;
-}
-
-int Edit(MapDocument& doc, std::mt19937& random, int kind)
+void Edit(MapDocument& doc, std::mt19937& random, int kind)
 {
     std::uniform_int_distribution<int> step(-15, 15);
-    if (doc.ItemCount() < 0) {
-        doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 30, 20)));
-        return -1;
-    }
+    if (doc.ItemCount() < 0)
+        return doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 30, 20)));
     std::uniform_int_distribution<int> anyShape(0, doc.ItemCount());
     const auto index = static_cast<std::int16_t>(anyShape(random));
     PatShape copy;
@@ -174,6 +156,19 @@ int Edit(MapDocument& doc, std::mt19937& random, int kind)
         break;
     }
     }
+}
+
+// One random edit of the kinds the editor makes, as the editor makes them, each an undo
+// step; or an undo or a redo.
+int RandomEdit(MapDocument& doc, MapHistory& history, std::mt19937& random)
+{
+    const int kind = std::uniform_int_distribution<int>(0, 9)(random);
+    if (kind == 8)
+        history.Undo();
+    else if (kind == 9)
+        history.Redo();
+    else
+        history.RecordAll(QStringLiteral("edit"), false, [&] { Edit(doc, random, kind); });
     return kind;
 }
 

@@ -40,35 +40,28 @@ private slots:
             QStringList(
                 {"This is the HTML code for the image map.  Just copy and paste it into your HTML "
                  "document.  Note that you may want to change the SRC property of the IMG tag if "
-                 "your "
-                 "image is located in a certain directory at your site.  Also, if you are using an "
-                 "HTML editor and aren't too familiar with what to do, here are two things you can "
-                 "do:\n\n1) Open up Notepad or Wordpad and load the *.htm or *.html file.  Then go "
-                 "to "
-                 "the area where you want the picture to appear and paste the code in.\n\n2) Many "
-                 "editors let you edit the code to the document manually, I'm not sure what this "
-                 "feature is called in most, but if you are familiar with it, you can do it that "
-                 "way "
-                 "too."}));
+                 "your image is located in a certain directory at your site.  Also, if you are "
+                 "using an HTML editor and aren't too familiar with what to do, here are two "
+                 "things you can do:\n\n1) Open up Notepad or Wordpad and load the *.htm or "
+                 "*.html file.  Then go to the area where you want the picture to appear and paste "
+                 "the code in.\n\n2) Many editors let you edit the code to the document manually, "
+                 "I'm not sure what this feature is called in most, but if you are familiar with "
+                 "it, you can do it that way too."}));
     }
 
-    void testPageHasItsFourLines()
+    // The page's bytes are TestPage's to check; here, that the page is written and opened.
+    void testPageOpensInTheBrowser()
     {
         QTemporaryDir dir;
         ScriptedModalUi ui;
         const QString folder = dir.path() + QLatin1Char('/');
-        // An earlier, longer page must not leave its tail behind.
-        MapTest::Run(QStringLiteral("<map name=\"first\"></map> and a long tail of text"), ui,
-                     folder);
+        const QString code = QStringLiteral("<map name=\"MyMap\">\r\n</map>");
+        MapTest::Run(code, ui, folder);
         QVERIFY(ui.messages.isEmpty());
         ui.desktopOpens = false;
-        const QString code =
-            QStringLiteral("<map name=\"MyMap\">\r\n<area shape=\"rect\">\r\n</map>");
         const QString page = MapTest::Run(code, ui, folder);
         QCOMPARE(page, folder + QStringLiteral("Image_Map_Test.htm"));
-        QCOMPARE(ReadBytes(page), QByteArray("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
-                                             "<BODY BGCOLOR=\"#FFFFFF\">\r\n") +
-                                      code.toLatin1() + QByteArray("\r\n</BODY></HTML>\r\n"));
+        QVERIFY(ReadBytes(page).contains(code.toLatin1()));
         QCOMPARE(ui.opened, QStringList({page, page}));
         QCOMPARE(ui.messageTexts(),
                  QStringList({"There was an error while trying to open the default browser."}));

@@ -21,13 +21,14 @@ constexpr int Width = 400;
 constexpr int Height = 300;
 
 // A point of each shape that no earlier shape covers, with a margin of two pixels on every
-// side so that edge rules cannot matter; none when earlier shapes cover it.
-std::vector<std::pair<int, QPoint>> ClickablePoints(MapDocument& d)
+// side so that edge rules cannot matter; none when earlier shapes cover it. Hrefs gets the
+// link each point leads to.
+QList<QPoint> ClickablePoints(MapDocument& d, QStringList& hrefs)
 {
     std::vector<MapArea> areas;
     for (int i = 0; i <= d.ItemCount(); ++i)
         areas.push_back(MapArea::FromShape(d.Shape(std::int16_t(i)), i));
-    std::vector<std::pair<int, QPoint>> points;
+    QList<QPoint> points;
     for (std::size_t i = 0; i < areas.size(); ++i) {
         const QPainterPath own = AreaGeometry::PathOf(areas[i], Width, Height);
         const QRect box =
@@ -49,7 +50,8 @@ std::vector<std::pair<int, QPoint>> ClickablePoints(MapDocument& d)
         for (int y = box.top() + 3; y < box.bottom() - 2 && !found; y += 3) {
             for (int x = box.left() + 3; x < box.right() - 2 && !found; x += 3) {
                 if (inside(QPoint(x, y))) {
-                    points.push_back({int(i), QPoint(x, y)});
+                    points << QPoint(x, y);
+                    hrefs << QStringLiteral("s%1.htm").arg(i);
                     found = true;
                 }
             }
@@ -143,17 +145,13 @@ private slots:
         d.MapName = QStringLiteral("Hits");
         d.MapStyle = 1; // effects must not get in the way
 
-        std::vector<std::pair<int, QPoint>> points = ClickablePoints(d);
         QStringList expected;
-        for (const auto& point : points)
-            expected << QStringLiteral("s%1.htm").arg(point.first);
+        QList<QPoint> points = ClickablePoints(d, expected);
         if (seed == 0) {
-            QCOMPARE(points.size(), std::size_t(3)); // shape 2 is covered
+            QCOMPARE(points.size(), 3); // shape 2 is covered
             // Where the rectangle and the circle overlap, the rectangle (written first) wins;
             // where the circle and the polygon do, the circle.
-            points.push_back({0, QPoint(140, 100)});
-            points.push_back({1, QPoint(190, 140)});
-            points.push_back({-1, QPoint(390, 10)});
+            points << QPoint(140, 100) << QPoint(190, 140) << QPoint(390, 10);
             expected << QStringLiteral("s0.htm") << QStringLiteral("s1.htm")
                      << QStringLiteral("rest.htm");
         }
@@ -166,63 +164,60 @@ private slots:
 
         if (chosen == MapFormat::Svg) {
             // The overlay scales with the picture.
-            bool done = false;
-            m_view->page()->runJavaScript(
-                QStringLiteral("document.querySelector('.map-Hits').style.width = '%1px';")
-                    .arg(Width / 2),
-                [&](const QVariant&) { done = true; });
-            QVERIFY(QTest::qWaitFor([&] { return done; }, 30000));
+            Run(QStringLiteral("document.querySelector('.map-Hits').style.width = '%1px';")
+                    .arg(Width / 2));
             QCOMPARE(HrefsAt(points), expected);
         }
     }
 
 private:
+    bool Load(const QString& page)
+    {
+        QSignalSpy loaded(m_view.get(), &QWebEngineView::loadFinished);
+        m_view->setHtml(page, QUrl::fromLocalFile(m_dir.path() + QLatin1Char('/')));
+        return loaded.wait(60000) && loaded.first().first().toBool();
+    }
+    // The script's value as text, once the page has answered.
+    QString Run(const QString& script)
+    {
+        QString result = QStringLiteral("no answer");
+        bool done = false;
+        m_view->page()->runJavaScript(script, [&](const QVariant& value) {
+            result = value.toString();
+            done = true;
+        });
+        QTest::qWaitFor([&] { return done; }, 30000);
+        return result;
+    }
     // The href of the area or link under each point (picture pixels scaled to the
     // picture's current size on the page).
-    QStringList HrefsAt(const std::vector<std::pair<int, QPoint>>& points);
-    bool Load(const QString& page);
+    QStringList HrefsAt(const QList<QPoint>& points)
+    {
+        QJsonArray xy;
+        for (const QPoint& point : points)
+            xy.append(QJsonArray{point.x(), point.y()});
+        const QString result =
+            Run(QStringLiteral(
+                    "(function(points){"
+                    "var r = document.querySelector('img').getBoundingClientRect();"
+                    "return JSON.stringify(points.map(function(p){"
+                    "  var e = document.elementFromPoint(r.left + (p[0] + 0.5) * r.width / %1,"
+                    "                                    r.top + (p[1] + 0.5) * r.height / %2);"
+                    "  var link = e && e.closest('area, a');"
+                    "  return link ? link.getAttribute('href') : (e ? e.tagName : 'nothing');"
+                    "}));})(%3)")
+                    .arg(Width)
+                    .arg(Height)
+                    .arg(QString::fromUtf8(QJsonDocument(xy).toJson(QJsonDocument::Compact))));
+        QStringList hrefs; // none when the page did not answer
+        for (const QJsonValue& v : QJsonDocument::fromJson(result.toUtf8()).array())
+            hrefs << v.toString();
+        return hrefs;
+    }
 
     QTemporaryDir m_dir;
     std::unique_ptr<QWebEngineView> m_view;
 };
-
-bool TestWebHit::Load(const QString& page)
-{
-    QSignalSpy loaded(m_view.get(), &QWebEngineView::loadFinished);
-    m_view->setHtml(page, QUrl::fromLocalFile(m_dir.path() + QLatin1Char('/')));
-    return loaded.wait(60000) && loaded.first().first().toBool();
-}
-
-QStringList TestWebHit::HrefsAt(const std::vector<std::pair<int, QPoint>>& points)
-{
-    QJsonArray xy;
-    for (const auto& point : points)
-        xy.append(QJsonArray{point.second.x(), point.second.y()});
-    const QString script =
-        QStringLiteral("(function(points){"
-                       "var r = document.querySelector('img').getBoundingClientRect();"
-                       "return JSON.stringify(points.map(function(p){"
-                       "  var e = document.elementFromPoint(r.left + (p[0] + 0.5) * r.width / %1,"
-                       "                                    r.top + (p[1] + 0.5) * r.height / %2);"
-                       "  var link = e && e.closest('area, a');"
-                       "  return link ? link.getAttribute('href') : (e ? e.tagName : 'nothing');"
-                       "}));})(%3)")
-            .arg(Width)
-            .arg(Height)
-            .arg(QString::fromUtf8(QJsonDocument(xy).toJson(QJsonDocument::Compact)));
-    QString result;
-    bool done = false;
-    m_view->page()->runJavaScript(script, [&](const QVariant& value) {
-        result = value.toString();
-        done = true;
-    });
-    if (!QTest::qWaitFor([&] { return done; }, 30000))
-        return {QStringLiteral("no answer")};
-    QStringList hrefs;
-    for (const QJsonValue& v : QJsonDocument::fromJson(result.toUtf8()).array())
-        hrefs << v.toString();
-    return hrefs;
-}
 
 int main(int argc, char** argv)
 {
