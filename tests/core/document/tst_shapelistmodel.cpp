@@ -46,7 +46,6 @@ private slots:
         for (const double zoom : {1.0, 2.0}) {
             MapDocument doc = ThreeShapes(zoom);
             ShapeListModel model;
-            QCOMPARE(model.rowCount(), 0);
             model.SetDocument(&doc);
             QCOMPARE(model.rowCount(), 3);
             QCOMPARE(Cell(model, 0, ShapeListModel::Number), QStringLiteral("Shape #1"));
@@ -176,22 +175,19 @@ private slots:
         QTest::addColumn<QString>("message");
         MapDocument doc = ThreeShapes();
         const QString outside = GeometryForm::OutsideMessage(doc);
-        QTest::newRow("letters") << 0 << QList<QStringList>{{"1", "x2", "3", "4"}}
-                                 << GeometryForm::NotANumberMessage("x2");
-        QTest::newRow("empty") << 0 << QList<QStringList>{{"1", "", "3", "4"}}
-                               << GeometryForm::NotANumberMessage("");
-        QTest::newRow("past the right edge")
-            << 0 << QList<QStringList>{{"300", "0", "101", "4"}} << outside;
-        QTest::newRow("negative") << 0 << QList<QStringList>{{"-1", "0", "10", "4"}} << outside;
-        QTest::newRow("16-bit") << 0 << QList<QStringList>{{"0", "0", "99999", "4"}} << outside;
-        QTest::newRow("zero width")
-            << 0 << QList<QStringList>{{"0", "0", "0", "4"}} << GeometryForm::TooSmallMessage();
-        QTest::newRow("circle off the top")
-            << 1 << QList<QStringList>{{"100", "10", "20"}} << outside;
-        QTest::newRow("two vertices") << 2 << QList<QStringList>{{"1", "1"}, {"5", "5"}}
-                                      << GeometryForm::TooFewVerticesMessage();
-        QTest::newRow("vertex below")
-            << 2 << QList<QStringList>{{"1", "1"}, {"5", "5"}, {"5", "301"}} << outside;
+        const auto row = [](const char* name, int shape, const QList<QStringList>& input,
+                            const QString& message) {
+            QTest::newRow(name) << shape << input << message;
+        };
+        row("letters", 0, {{"1", "x2", "3", "4"}}, GeometryForm::NotANumberMessage("x2"));
+        row("empty", 0, {{"1", "", "3", "4"}}, GeometryForm::NotANumberMessage(""));
+        row("past the right edge", 0, {{"300", "0", "101", "4"}}, outside);
+        row("negative", 0, {{"-1", "0", "10", "4"}}, outside);
+        row("16-bit", 0, {{"0", "0", "99999", "4"}}, outside);
+        row("zero width", 0, {{"0", "0", "0", "4"}}, GeometryForm::TooSmallMessage());
+        row("circle off the top", 1, {{"100", "10", "20"}}, outside);
+        row("two vertices", 2, {{"1", "1"}, {"5", "5"}}, GeometryForm::TooFewVerticesMessage());
+        row("vertex below", 2, {{"1", "1"}, {"5", "5"}, {"5", "301"}}, outside);
     }
     void refusedGeometryLeavesTheShape()
     {

@@ -1,10 +1,13 @@
 #include "FakeCanvasHost.h"
 #include "FileBytes.h"
+#include "ShapeRow.h"
 #include "core/interchange/MapTest.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/tools/ConvertHTMLtoMap.h"
 #include "ui/tools/GeneratedCodeForm.h"
+#include "ui/tools/ImportWithOptions.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
@@ -14,12 +17,25 @@
 #include <QTest>
 #include <memory>
 
-// A map's HTML code: shown and copied, tried in a browser, and read back into shapes.
+const QString TwoMaps = "<map name=\"Top\"><area shape=rect coords=1,1,5,5 href=A.htm></map>"
+                        "<MAP NAME=\"Bottom\"><AREA SHAPE=CIRCLE COORDS=20,20,5 HREF=B.htm>"
+                        "<AREA SHAPE=RECT COORDS=0,0,9,9 HREF=C.htm></MAP>";
+
+// A map's HTML code: shown and copied, tried in a browser, and read back into shapes with
+// the import dialog's two options as a user ticks them.
 class TestHtmlCode : public QObject
 {
     Q_OBJECT
 private slots:
-    void init() { m_s = std::make_unique<Session>(); }
+    // A map of one old shape, its import dialog open.
+    void init()
+    {
+        m_s = std::make_unique<Session>();
+        AddShapeRow(Doc(), "1|50,50,60,50,60,60,50,60|old.htm|Old|||0|");
+        Doc().DefURL = QStringLiteral("old.htm");
+        Doc().MapName = QStringLiteral("Mine");
+        m_s->dialog.show();
+    }
 
     void copyPutsTheWholeTextOnTheClipboard()
     {
@@ -69,21 +85,20 @@ private slots:
 
     void importReadsUpperCaseTags()
     {
-        Import(QStringLiteral(
+        Generate(QStringLiteral(
             "<MAP NAME=\"Shop\">\n"
             "<AREA SHAPE=RECT COORDS=\"10,20,60,80\" HREF=\"Pages/Shoes.HTM\" "
             "ALT=\"Shoes\">\n<AREA SHAPE=\"CIRCLE\" COORDS=\"100,100,25\" HREF=\"a.htm\">\n"
             "<AREA SHAPE=\"DEFAULT\" COORDS=\"0,0,9,9\" HREF=\"Index.HTM\" ALT=\"Home\">\n</MAP>"));
         QVERIFY(m_s->host.ui.messages.isEmpty());
         QVERIFY(!m_s->dialog.isVisible());
-        const MapDocument& doc = m_s->map.Document();
-        QCOMPARE(doc.ItemCount(), std::int16_t(1));
-        QCOMPARE(doc.Shape(0).GetShapeType(), std::int16_t(Rectangle));
-        QCOMPARE(doc.GetURL(0), QStringLiteral("pages/shoes.htm"));
-        QCOMPARE(doc.GetComment(0), QStringLiteral("shoes"));
-        QCOMPARE(doc.Shape(1).GetShapeType(), std::int16_t(Circle));
-        QCOMPARE(doc.DefURL, QStringLiteral("index.htm"));
-        QCOMPARE(doc.DefComment, QStringLiteral("home"));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(1));
+        QCOMPARE(Doc().Shape(0).GetShapeType(), std::int16_t(Rectangle));
+        QCOMPARE(Doc().GetURL(0), QStringLiteral("pages/shoes.htm"));
+        QCOMPARE(Doc().GetComment(0), QStringLiteral("shoes"));
+        QCOMPARE(Doc().Shape(1).GetShapeType(), std::int16_t(Circle));
+        QCOMPARE(Doc().DefURL, QStringLiteral("index.htm"));
+        QCOMPARE(Doc().DefComment, QStringLiteral("home"));
     }
 
     void importRefusalKeepsDialogAndMap_data()
@@ -103,28 +118,97 @@ private slots:
     {
         QFETCH(QString, code);
         QFETCH(QString, message);
-        Import(code);
+        Generate(code);
         QCOMPARE(m_s->host.ui.messageTexts(), QStringList({message}));
         QVERIFY(m_s->dialog.isVisible());
         QCOMPARE(m_s->dialog.findChild<QPlainTextEdit*>("Text1")->toPlainText(), code);
-        const MapDocument& doc = m_s->map.Document();
-        QCOMPARE(doc.ItemCount(), std::int16_t(0));
-        QCOMPARE(doc.GetURL(0), QStringLiteral("old.htm"));
-        QCOMPARE(doc.DefURL, QStringLiteral("old.htm"));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+        QCOMPARE(Doc().GetURL(0), QStringLiteral("old.htm"));
+        QCOMPARE(Doc().DefURL, QStringLiteral("old.htm"));
+    }
+
+    void optionsStartOff()
+    {
+        auto* keep = m_s->dialog.findChild<QCheckBox*>("chkKeepText");
+        auto* add = m_s->dialog.findChild<QCheckBox*>("chkAddShapes");
+        QCOMPARE(keep->text(), QStringLiteral("&Keep text as written"));
+        QCOMPARE(add->text(), QStringLiteral("&Add to the current shapes"));
+        // Off, the dialog converts as it always did: tags of any case, text lower-cased.
+        QVERIFY(!keep->isChecked() && !add->isChecked());
+    }
+
+    void keepTextKeepsCaseTitlesAndAlerts()
+    {
+        Generate(
+            "<map name=\"Nav Bar\"><area shape=\"rect\" coords=\"1,2,30,40\" href=\"Page.HTM\" "
+            "alt=\"Caf&eacute;\" title=\"Go &amp; see\" onclick=\"alert('Hi!')\"></map>",
+            true, false);
+        QCOMPARE(m_s->dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+        const PatShape& s = Doc().Shape(0);
+        QCOMPARE(s.URL, QStringLiteral("Page.HTM"));
+        QCOMPARE(s.Comment, QString::fromUtf8("Caf\xc3\xa9"));
+        QCOMPARE(s.StatusString, QStringLiteral("Go & see"));
+        QCOMPARE(s.AlertString, QStringLiteral("Hi!"));
+        QVERIFY(s.AlertBox != 0);
+        QCOMPARE(Doc().MapName, QStringLiteral("Nav Bar"));
+        QVERIFY(m_s->host.ui.messages.isEmpty());
+    }
+
+    void addKeepsTheCurrentShapes()
+    {
+        Generate("<map name=\"x\"><area shape=\"rect\" coords=\"1,1,5,5\" href=\"New.htm\"></map>",
+                 false, true);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(1));
+        QCOMPARE(Doc().Shape(0).URL, QStringLiteral("old.htm"));
+        QCOMPARE(Doc().Shape(1).URL, QStringLiteral("new.htm")); // classic reading: lower case
+        QCOMPARE(Doc().MapName, QStringLiteral("Mine"));
+    }
+
+    void theUserPicksOneOfSeveralMaps()
+    {
+        m_s->host.ui.choiceAnswers.enqueue(1);
+        Generate(TwoMaps, true, true);
+        QCOMPARE(m_s->host.ui.choices,
+                 QStringList({ImportWithOptions::ChooseMapPrompt() +
+                              "|Convert HTML to Map|Top (1 areas);Bottom (2 areas)"}));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(2));
+        QCOMPARE(Doc().Shape(1).URL, QStringLiteral("B.htm"));
+        QCOMPARE(Doc().Shape(2).URL, QStringLiteral("C.htm"));
+    }
+
+    void cancellingThePickChangesNothing()
+    {
+        m_s->host.ui.choiceAnswers.enqueue(std::nullopt);
+        Generate(TwoMaps, true, false);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(0));
+        QCOMPARE(Doc().Shape(0).URL, QStringLiteral("old.htm"));
+        QVERIFY(m_s->dialog.isVisible());
+
+        // A failure leaves the map and the dialog as they were, with the reason.
+        Generate("<map name=x><area shape=rect coords=\"1,x\"></map>", true, false);
+        QCOMPARE(m_s->host.ui.messageTexts(),
+                 QStringList({"Area #1 has coordinates that cannot be read: \"1,x\"."}));
+        QCOMPARE(Doc().Shape(0).URL, QStringLiteral("old.htm"));
+        QVERIFY(m_s->dialog.isVisible());
     }
 
 private:
-    // Pastes Code into the import dialog of a map holding one old shape and generates.
-    void Import(const QString& Code)
+    // Pastes the code into the dialog, sets the options and generates.
+    void Generate(const QString& code, bool keepText = false, bool add = false)
     {
-        MapDocument& doc = m_s->map.Document();
-        doc.Shape(doc.AddShape()).SetInfo(doc.Surface(), 0, Polygon, 1.0, 5, 5);
-        doc.SetURL(0, QStringLiteral("old.htm"));
-        doc.DefURL = QStringLiteral("old.htm");
-        m_s->dialog.show();
-        m_s->dialog.findChild<QPlainTextEdit*>("Text1")->setPlainText(Code);
+        m_s->dialog.findChild<QPlainTextEdit*>("Text1")->setPlainText(code);
+        auto* keep = m_s->dialog.findChild<QCheckBox*>("chkKeepText");
+        auto* adding = m_s->dialog.findChild<QCheckBox*>("chkAddShapes");
+        if (keep->isChecked() != keepText)
+            QTest::mouseClick(keep, Qt::LeftButton, {}, QPoint(5, keep->height() / 2));
+        if (adding->isChecked() != add)
+            QTest::mouseClick(adding, Qt::LeftButton, {}, QPoint(5, adding->height() / 2));
+        QCOMPARE(keep->isChecked(), keepText);
+        QCOMPARE(adding->isChecked(), add);
         QTest::mouseClick(m_s->dialog.findChild<QPushButton*>("Command1"), Qt::LeftButton);
     }
+    MapDocument& Doc() { return m_s->map.Document(); }
 
     struct Session
     {

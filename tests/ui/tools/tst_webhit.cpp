@@ -180,14 +180,13 @@ private:
     // The script's value as text, once the page has answered.
     QString Run(const QString& script)
     {
-        QString result = QStringLiteral("no answer");
+        QString result;
         bool done = false;
         m_view->page()->runJavaScript(script, [&](const QVariant& value) {
             result = value.toString();
             done = true;
         });
-        QTest::qWaitFor([&] { return done; }, 30000);
-        return result;
+        return QTest::qWaitFor([&] { return done; }, 30000) ? result : QStringLiteral("no answer");
     }
     // The href of the area or link under each point (picture pixels scaled to the
     // picture's current size on the page).
