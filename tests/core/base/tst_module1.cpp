@@ -1,7 +1,10 @@
 #include "core/base/Module1.h"
+#include "core/base/Numeric.h"
 
 #include <QTest>
+#include <limits>
 
+// The helpers every layer uses: file names, colours, rounding and narrowing.
 class TestModule1 : public QObject
 {
     Q_OBJECT
@@ -48,6 +51,28 @@ private slots:
             QVERIFY(!Module1::PointInRect(p.x(), p.y(), 10, 10, 20, 20));
         // A rectangle given the wrong way round holds nothing.
         QVERIFY(!Module1::PointInRect(15, 15, 20, 20, 10, 10));
+    }
+
+    void roundsAndNarrows()
+    {
+        for (const auto& [value, rounded] :
+             {std::pair(0.5, 0LL), std::pair(1.5, 2LL), std::pair(2.5, 2LL), std::pair(-2.5, -2LL),
+              std::pair(-3.5, -4LL), std::pair(2.5001, 3LL), std::pair(4294967296.5, 4294967296LL)})
+            QCOMPARE(qint64(RoundHalfEven(value)), qint64(rounded));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, RoundHalfEven(qQNaN()));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, RoundHalfEven(qInf()));
+        QCOMPARE(RoundToInt16(32767.4), std::int16_t(32767));
+        QCOMPARE(RoundToInt16(-32768.5), std::int16_t(-32768));
+        QCOMPARE(ToInt32(-2147483648LL), std::numeric_limits<std::int32_t>::min());
+        QCOMPARE(RoundToInt32(2147483646.5), 2147483646);
+        QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt16(32767.5));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt16(-32769));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt16(40000));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt32(2147483648LL));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt32(-2147483649LL));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt32(2147483647.5));
+        // The errors are the ones a user's command catches.
+        QVERIFY_THROWS_EXCEPTION(std::overflow_error, ToInt16(32768));
     }
 };
 

@@ -2,6 +2,7 @@
 #include "FileBytes.h"
 #include "ShapeBuilders.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/PictureLoader.h"
 
 #include <QTemporaryDir>
 #include <cmath>
@@ -12,8 +13,9 @@ const QString SaveError = QStringLiteral("There was an error while trying to sav
 
 } // namespace
 
-// Maps as files meet them in the map window: whatever the reader accepts opens and
-// edits, and a save goes back to the file that was opened.
+// The map window's commands that the frame calls, and maps as files meet them there:
+// whatever the reader accepts opens and edits, and a save goes back to the file that was
+// opened.
 class TestCanvasFiles : public QObject, CanvasFixture
 {
     Q_OBJECT
@@ -32,13 +34,18 @@ private:
     }
     bool Open(const QString& path)
     {
-        m_canvas.reset();
-        m_host = std::make_unique<FakeCanvasHost>();
-        m_canvas = std::make_unique<ShapeCanvas>(*m_host);
-        m_host->active = m_canvas.get();
-        m_canvas->resize(500, 400);
-        m_canvas->show();
+        NewCanvas();
         return m_canvas->OpenMapFile(path);
+    }
+    ShapeCanvas& Untitled()
+    {
+        NewCanvas(300, 200).setWindowTitle(QStringLiteral("Untitled"));
+        return *m_canvas;
+    }
+    void CheckMessage(const QString& text)
+    {
+        QCOMPARE(m_host->ui.messageTexts(), QStringList{text});
+        QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
     }
 
 private slots:
@@ -50,6 +57,90 @@ private slots:
 
     void cleanup() { CloseCanvas(); }
 
+    void unreadablePictureIsRefused()
+    {
+        ShapeCanvas& c = Untitled();
+        c.SetNewPicture(QImage(), QStringLiteral("/maps/broken.jpg"));
+        CheckMessage(PictureLoader::CannotReadMessage(QStringLiteral("/maps/broken.jpg")));
+        QCOMPARE(c.Surface().size(), QSize(300, 200));
+    }
+
+    void generateCode()
+    {
+        ShapeCanvas& c = Untitled();
+        QCOMPARE(c.GenerateMapCode(true), QString());
+        CheckMessage(QStringLiteral("No shape areas have been created."));
+        Draw(Mode::Rectangle, {10, 20}, {60, 80});
+        c.SetZoomLevel(2.0);
+        // The code is at zoom 1 whatever the view's zoom; the test page's is returned.
+        QCOMPARE(c.GenerateMapCode(true), QString());
+        QCOMPARE(m_host->codeShown.size(), 1);
+        QVERIFY(m_host->codeShown.front().contains(QStringLiteral("coords=\"10,20,60,80\"")));
+        QVERIFY(c.GenerateMapCode(false).contains(QStringLiteral("coords=\"10,20,60,80\"")));
+        QCOMPARE(m_host->codeShown.size(), 1);
+        QCOMPARE(m_host->ui.messages.size(), 1);
+    }
+
+    void openMapFile()
+    {
+        ShapeCanvas& c = Untitled();
+        QVERIFY(c.OpenMapFile(QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp")));
+        QVERIFY(m_host->ui.messages.isEmpty());
+        QCOMPARE(c.windowTitle(), QStringLiteral("sample.imp"));
+        const MapDocument& d = c.Document();
+        QCOMPARE(d.MapName, QStringLiteral("Harbour"));
+        // The stored zoom is applied to the view.
+        QCOMPARE(c.Surface().size(),
+                 QSize(qRound(d.SWidth * d.ZoomLevel), qRound(d.SHeight * d.ZoomLevel)));
+    }
+
+    void openMissingMapChangesNothing()
+    {
+        ShapeCanvas& c = Untitled();
+        Draw(Mode::Rectangle, {10, 10}, {40, 40});
+        QVERIFY(!c.OpenMapFile(QStringLiteral("/nonexistent/none.imp")));
+        CheckMessage(QStringLiteral("Error, map cannot be loaded."));
+        QCOMPARE(c.Document().ItemCount(), std::int16_t(0));
+        QCOMPARE(c.windowTitle(), QStringLiteral("Untitled"));
+    }
+
+    void saveAsksForNameOnce()
+    {
+        ShapeCanvas& c = Untitled();
+        // A picture that exists, so that the saved map opens again.
+        const QString picture = Path("untitled.png");
+        QVERIFY(c.Document().OrigPic.save(picture));
+        c.SetNewPicture(c.Document().OrigPic, picture);
+        Draw(Mode::Rectangle, {10, 10}, {40, 40});
+        c.SaveMap(); // cancelled
+        QCOMPARE(c.FileName(), QString());
+        // A name without the extension gets ".imp"; the second save asks nothing.
+        m_host->ui.mapNamesToSave.enqueue(Path("garden"));
+        c.SaveMap();
+        const QString saved = Path("garden.imp");
+        QCOMPARE(c.windowTitle(), QStringLiteral("garden.imp"));
+        QVERIFY(QFile::remove(saved));
+        c.SaveMap();
+        // Save As asks again; a name holding ".IMP" anywhere is kept as it is.
+        m_host->ui.mapNamesToSave.enqueue(Path("copy.IMP.txt"));
+        c.SaveMapAs();
+        QCOMPARE(c.FileName(), Path("copy.IMP.txt"));
+        QVERIFY(m_host->ui.messages.isEmpty());
+        FakeCanvasHost host;
+        ShapeCanvas reopened(host);
+        QVERIFY(reopened.OpenMapFile(saved));
+        QCOMPARE(reopened.Document().Shape(0).Points(), c.Document().Shape(0).Points());
+    }
+
+    void saveFailureKeepsCaption()
+    {
+        ShapeCanvas& c = Untitled();
+        m_host->ui.mapNamesToSave.enqueue(QStringLiteral("/nonexistent/folder/map.imp"));
+        c.SaveMap();
+        CheckMessage(SaveError);
+        QCOMPARE(c.windowTitle(), QStringLiteral("Untitled"));
+        QCOMPARE(c.FileName(), QString());
+    }
     // A grid pitch no dialog can set used to loop for ever before the window painted.
     void finestGridOpens()
     {
@@ -163,8 +254,7 @@ private slots:
         QVERIFY(Open(Path("locked.imp")));
         m_canvas->DeleteShape();
         m_canvas->SaveMap();
-        QCOMPARE(m_host->ui.messageTexts(), QStringList{SaveError});
-        QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
+        CheckMessage(SaveError);
         QCOMPARE(m_host->ui.messages.front().detail,
                  QStringLiteral("\"%1\" is read-only.").arg(Path("locked.imp")));
         QCOMPARE(ReadBytes(Path("locked.imp")), before);
