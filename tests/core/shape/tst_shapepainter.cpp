@@ -1,4 +1,5 @@
 #include "ShapeBuilders.h"
+#include "core/document/CanvasGrid.h"
 #include "core/shape/PatShape.h"
 #include "core/shape/ShapePainter.h"
 
@@ -11,10 +12,16 @@ namespace {
 constexpr std::int32_t Red = 0x0000FF; // 0x00BBGGRR
 const QColor red(255, 0, 0);
 
+QImage Blank(QColor background, int width = 100, int height = 80)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(background);
+    return image;
+}
+
 QImage Painted(const PatShape& shape, QColor background = Qt::white, bool band = false)
 {
-    QImage image(100, 80, QImage::Format_RGB32);
-    image.fill(background);
+    QImage image = Blank(background);
     QPainter painter(&image);
     if (band)
         ShapePainter::DrawRubberBand(painter, shape);
@@ -36,6 +43,7 @@ int Count(const QImage& image, int l, int t, int r, int b, QColor colour)
 
 } // namespace
 
+// How shapes and the grid come out in pixels.
 class TestShapePainter : public QObject
 {
     Q_OBJECT
@@ -97,6 +105,30 @@ private slots:
         shape.AddPointToShape(12, 12);
         QCOMPARE(Count(Painted(shape, Qt::white, true), 0, 0, 99, 79, red), 0);
         QVERIFY(Count(Painted(shape), 40, 30, 75, 40, red) > 20);
+    }
+
+    void gridLinesAtThePitch()
+    {
+        QImage image = Blank(Qt::white);
+        CanvasGrid::DrawGridLines(image, 20.0, 0, 0);
+        for (int x = 0; x < 100; ++x)
+            QCOMPARE(image.pixelColor(x, 7) == Qt::black, x % 20 == 0);
+        // Two pixels is the finest grid still drawn: every other column.
+        QImage fine = Blank(Qt::white);
+        CanvasGrid::DrawGridLines(fine, 2.0, 0, 0);
+        QCOMPARE(Count(fine, 0, 7, 99, 7, Qt::black), 50);
+    }
+
+    // A pitch from a file that the grid dialog could never set: finer than two screen
+    // pixels the grid would only paint the picture over, and a pitch that no longer
+    // moves a single-precision position would never end the loop.
+    void gridFinerThanTwoPixelsDrawsNothing()
+    {
+        for (const double step : {1.99, 1.0, 1e-5, 1e-300}) {
+            QImage image = Blank(Qt::white, 2000, 40);
+            CanvasGrid::DrawGridLines(image, step, 0, 0);
+            QCOMPARE(Count(image, 0, 0, 1999, 39, Qt::white), 2000 * 40);
+        }
     }
 };
 

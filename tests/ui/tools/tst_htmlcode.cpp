@@ -1,6 +1,9 @@
 #include "FakeCanvasHost.h"
 #include "FileBytes.h"
 #include "ShapeRow.h"
+#include "core/interchange/FormattedMapCode.h"
+#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/MapFormatSetting.h"
 #include "core/interchange/MapTest.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/tools/ConvertHTMLtoMap.h"
@@ -9,10 +12,12 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
@@ -21,12 +26,20 @@ const QString TwoMaps = "<map name=\"Top\"><area shape=rect coords=1,1,5,5 href=
                         "<MAP NAME=\"Bottom\"><AREA SHAPE=CIRCLE COORDS=20,20,5 HREF=B.htm>"
                         "<AREA SHAPE=RECT COORDS=0,0,9,9 HREF=C.htm></MAP>";
 
-// A map's HTML code: shown and copied, tried in a browser, and read back into shapes with
-// the import dialog's two options as a user ticks them.
+// A map's HTML code: shown in the format chosen and copied, tried in a browser, and read
+// back into shapes with the import dialog's two options as a user ticks them.
 class TestHtmlCode : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_settings.isValid());
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+        QCoreApplication::setOrganizationName(QStringLiteral("VantrelTest"));
+    }
+
     // A map of one old shape, its import dialog open.
     void init()
     {
@@ -81,6 +94,58 @@ private slots:
         QCOMPARE(ui.opened, QStringList({page, page}));
         QCOMPARE(ui.messageTexts(),
                  QStringList({"There was an error while trying to open the default browser."}));
+    }
+
+    void choosingAFormatShowsAndCopiesIt()
+    {
+        ShapeCanvas& map = m_s->map;
+        FakeCanvasHost& host = m_s->host;
+        MapDocument& d = Doc();
+        AddShapeRow(d, "1|10,20,30,20,30,40,10,40|a.htm?x&y|Ann|||0|");
+        const QString classic =
+            MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Viewing);
+        MapFormatSetting::Save(MapFormat::Classic);
+
+        {
+            GeneratedCodeForm form(classic, host.ui);
+            form.SetFormats(GeneratedCodeForm::FormatsOf(map));
+            auto* text = form.findChild<QPlainTextEdit*>("Text1");
+            auto* format = form.findChild<QComboBox*>("cboFormat");
+            QVERIFY(format && format->isEnabled());
+            QCOMPARE(format->currentText(), QStringLiteral("Classic"));
+            QCOMPARE(text->toPlainText(), QString(classic).replace("\r\n", "\n"));
+
+            // Choose HTML5 with the keyboard, as a user would.
+            format->setFocus();
+            QTest::keyClick(format, Qt::Key_Down);
+            QCOMPARE(format->currentText(), QStringLiteral("HTML5"));
+            const QString html5 =
+                FormattedMapCode::Generate(d, MapFormat::Html5, MapCodeGenerator::Form::Viewing)
+                    .Text;
+            QVERIFY(text->toPlainText().contains("href=\"a.htm?x&amp;y\""));
+            QTest::mouseClick(form.findChild<QPushButton*>("Command1"), Qt::LeftButton);
+            QCOMPARE(QGuiApplication::clipboard()->text(), html5);
+        }
+        QCOMPARE(MapFormatSetting::Load(), MapFormat::Html5);
+
+        // The next window opens on the remembered format.
+        GeneratedCodeForm again(classic, host.ui);
+        again.SetFormats(GeneratedCodeForm::FormatsOf(map));
+        QCOMPARE(again.findChild<QComboBox*>("cboFormat")->currentText(), QStringLiteral("HTML5"));
+        again.ShowFormat(MapFormat::Svg);
+        QVERIFY(again.ShownCode().contains("<svg "));
+        again.ShowFormat(MapFormat::Classic);
+        QCOMPARE(again.ShownCode(), classic);
+        MapFormatSetting::Save(MapFormat::Classic);
+    }
+
+    void withoutAMapOnlyTheClassicCodeIsOffered()
+    {
+        MapFormatSetting::Save(MapFormat::Svg);
+        GeneratedCodeForm form(QStringLiteral("<map name=\"x\">"), m_s->host.ui);
+        QVERIFY(!form.findChild<QComboBox*>("cboFormat")->isEnabled());
+        QCOMPARE(form.ShownCode(), QStringLiteral("<map name=\"x\">"));
+        MapFormatSetting::Save(MapFormat::Classic);
     }
 
     void importReadsUpperCaseTags()
@@ -217,6 +282,7 @@ private:
         ConvertHTMLtoMap dialog{map, host.ui};
     };
     std::unique_ptr<Session> m_s;
+    QTemporaryDir m_settings;
 };
 
 QTEST_MAIN(TestHtmlCode)
