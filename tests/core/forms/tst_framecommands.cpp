@@ -1,16 +1,49 @@
+#include "core/document/MapDocument.h"
 #include "core/forms/CommonDialogStuff.h"
+#include "core/forms/DroppedFiles.h"
 #include "core/forms/EditorCommandLine.h"
+#include "core/forms/FolderMemory.h"
+#include "core/forms/OptionsModel.h"
+#include "core/forms/RecentFiles.h"
 #include "core/forms/ScreenFit.h"
 #include "core/forms/ZoomStep.h"
 
+#include <QDir>
+#include <QFile>
+#include <QMimeData>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
-// The frame's rules that need no window: which command lines print and quit before any
-// window exists and what the editor opens, save names, the zoom pixel limit, and where a
-// window goes on a screen's free area.
+namespace {
+
+MapDocument MapWithShapes(int count)
+{
+    MapDocument doc;
+    for (std::int16_t i = 0; i < count; ++i) {
+        doc.Shape(doc.AddShape()).SetInfo(nullptr, doc.FocusColor, Rectangle, 1.0, 10, 10);
+        doc.SetURL(i, QStringLiteral("http://x/%1").arg(i));
+        doc.SetAlertVal(i, -1);
+    }
+    return doc;
+}
+
+} // namespace
+
+// The frame's and its dialogs' rules that need no window: which command lines print and
+// quit before any window exists and what the editor opens, save names, the zoom pixel
+// limit, where a window goes on a screen's free area, what the editor remembers between
+// runs, which dropped things are files, and the properties dialog's private copy of the
+// map's link properties.
 class TestFrameCommands : public QObject
 {
     Q_OBJECT
+    QTemporaryDir m_dir;
+
+    QString Settings() const { return m_dir.filePath(QStringLiteral("settings.ini")); }
+    QString File(const QString& name) const { return m_dir.filePath(name); }
+
 private slots:
     void saveNameGetsMapExtension()
     {
@@ -110,6 +143,128 @@ private slots:
             ScreenFit::Place(available, QRect(2000, 100, 400, 300), QMargins(), QSize(50, 50));
         QCOMPARE(result, QRect(1733, 100, 400, 300));
         QVERIFY(!ScreenFit::Fits(available, QRect(1200, 100, 400, 300), QMargins()));
+    }
+
+    void init() { QFile::remove(Settings()); }
+
+    void newestFirstOncePerFileAtMostEight()
+    {
+        QSettings settings(Settings(), QSettings::IniFormat);
+        RecentFiles recent(settings);
+        QVERIFY(recent.Paths().isEmpty());
+        for (int i = 0; i < 10; ++i)
+            recent.Add(File(QStringLiteral("map%1.imp").arg(i)));
+        QCOMPARE(recent.Paths().size(), RecentFiles::Capacity);
+        QCOMPARE(recent.Paths().first(), File(QStringLiteral("map9.imp")));
+        QCOMPARE(recent.Paths().last(), File(QStringLiteral("map2.imp")));
+        // The same file by another spelling moves to the front instead of doubling.
+        recent.Add(m_dir.path() + QStringLiteral("/./map5.imp"));
+        QCOMPARE(recent.Paths().first(), File(QStringLiteral("map5.imp")));
+        QCOMPARE(recent.Paths().count(File(QStringLiteral("map5.imp"))), 1);
+        QCOMPARE(recent.Paths().size(), RecentFiles::Capacity);
+        recent.Remove(File(QStringLiteral("map5.imp")));
+        QVERIFY(!recent.Paths().contains(File(QStringLiteral("map5.imp"))));
+        recent.Add(QString());
+        QCOMPARE(recent.Paths().size(), RecentFiles::Capacity - 1);
+        // Kept for the next run.
+        settings.sync();
+        QSettings again(Settings(), QSettings::IniFormat);
+        QCOMPARE(RecentFiles(again).Paths(), recent.Paths());
+        recent.Clear();
+        QVERIFY(recent.Paths().isEmpty());
+        QVERIFY(RecentFiles::MissingMessage(QStringLiteral("/x/a.imp")).contains("/x/a.imp"));
+    }
+
+    void sameNamesShowTheirFolders()
+    {
+        const QStringList paths{"/home/ann/web/harbour.imp", "/home/ann/old/harbour.imp",
+                                "/srv/maps/plan.imp", "/home/ann/harbour.imp",
+                                "/home/annex/harbour.imp"};
+        QCOMPARE(RecentFiles::Labels(paths, QStringLiteral("/home/ann")),
+                 QStringList({"harbour.imp (~/web)", "harbour.imp (~/old)", "plan.imp",
+                              "harbour.imp (~)", "harbour.imp (/home/annex)"}));
+        QCOMPARE(RecentFiles::Labels({"/a/x.imp", "/b/y.imp"}, QStringLiteral("/home/ann")),
+                 QStringList({"x.imp", "y.imp"}));
+    }
+
+    void eachKindOfFileHasItsFolder()
+    {
+        QSettings settings(Settings(), QSettings::IniFormat);
+        FolderMemory folders(settings);
+        QCOMPARE(folders.Folder(FolderMemory::Kind::Map, QStringLiteral("/fallback")),
+                 QStringLiteral("/fallback"));
+        QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("pictures")));
+        folders.Remember(FolderMemory::Kind::Picture, File(QStringLiteral("pictures/a.png")));
+        folders.Remember(FolderMemory::Kind::Map, File(QStringLiteral("b.imp")));
+        QCOMPARE(folders.Folder(FolderMemory::Kind::Picture, QString()),
+                 File(QStringLiteral("pictures")));
+        QCOMPARE(folders.Folder(FolderMemory::Kind::Map, QString()), m_dir.path());
+        // A folder that has gone gives the fallback again.
+        QVERIFY(QDir(File(QStringLiteral("pictures"))).removeRecursively());
+        QCOMPARE(folders.Folder(FolderMemory::Kind::Picture, QStringLiteral("/fallback")),
+                 QStringLiteral("/fallback"));
+    }
+
+    void onlyLocalFilesAreDropped()
+    {
+        QMimeData data;
+        QVERIFY(DroppedFiles::Paths(&data).isEmpty());
+        QVERIFY(DroppedFiles::Paths(nullptr).isEmpty());
+        data.setText(QStringLiteral("/tmp/a.png"));
+        QVERIFY(DroppedFiles::Paths(&data).isEmpty());
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.png")),
+                      QUrl(QStringLiteral("https://example.com/b.png")),
+                      QUrl::fromLocalFile(QStringLiteral("/tmp/m.imp"))});
+        QCOMPARE(DroppedFiles::Paths(&data),
+                 (QStringList{QStringLiteral("/tmp/a.png"), QStringLiteral("/tmp/m.imp")}));
+    }
+
+    void tabsOfAnEmptyMap()
+    {
+        MapDocument doc;
+        OptionsModel model(doc, {});
+        QCOMPARE(QStringList({model.TabCaption(1), model.TabCaption(model.TabCount())}),
+                 (QStringList{"Map Properties", "Default Area"}));
+        model.LoadUpArray();
+        model.SelectTab(2);
+        model.EditText(OptionsModel::Field::URL, QStringLiteral("index.html"));
+        model.WriteBack();
+        QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
+    }
+
+    void editsSurviveTabSwitchesUntilWriteBack()
+    {
+        MapDocument doc = MapWithShapes(2);
+        OptionsModel model(doc, {});
+        model.LoadUpArray();
+        // Filling a page fires change notifications, as text boxes do; they must not count.
+        model.SetPageFiller([&model](int) {
+            model.EditText(OptionsModel::Field::Comment, QStringLiteral("filled"));
+        });
+        model.SelectTab(2);
+        model.EditText(OptionsModel::Field::URL, QStringLiteral("first.html"));
+        model.SelectTab(3);
+        model.EditText(OptionsModel::Field::Target, QStringLiteral("_blank"));
+        model.ClickAlert(true);
+        model.SelectTab(2);
+        model.WriteBack();
+        QCOMPARE(doc.GetURL(0), QStringLiteral("first.html"));
+        QCOMPARE(doc.GetComment(0) + doc.GetComment(1), QString());
+        QCOMPARE(doc.GetTarget(1), QStringLiteral("_blank"));
+        // An undecided alert (-1) stays so unless its box was clicked.
+        QCOMPARE(doc.GetAlertVal(0), std::int16_t(-1));
+        QCOMPARE(doc.GetAlertVal(1), std::int16_t(1));
+    }
+
+    void onlyShapeTabsRestack()
+    {
+        MapDocument doc = MapWithShapes(3);
+        QList<std::int16_t> calls;
+        OptionsModel model(doc, [&calls](std::int16_t i) { calls.append(i); });
+        model.LoadUpArray();
+        for (int tab : {2, 2, 5, 1, 3}) // again, default area, map, another shape
+            model.SelectTab(tab);
+        QCOMPARE(calls, (QList<std::int16_t>{0, 1}));
     }
 };
 
