@@ -24,8 +24,7 @@ struct Include
 
 QString folderOf(const QString& relativePath)
 {
-    const int slash = relativePath.lastIndexOf(QLatin1Char('/'));
-    return slash < 0 ? QString() : relativePath.left(slash);
+    return relativePath.section(QLatin1Char('/'), 0, -2);
 }
 
 QList<Include> includesUnder(const QString& root, const QStringList& topFolders)
@@ -43,11 +42,8 @@ QList<Include> includesUnder(const QString& root, const QStringList& topFolders)
             if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
                 continue;
             const QString relative = QDir(root).relativeFilePath(path);
-            int lineNumber = 0;
-            while (!file.atEnd()) {
-                ++lineNumber;
-                const QString text = QString::fromUtf8(file.readLine());
-                const auto match = includeLine.match(text);
+            for (int lineNumber = 1; !file.atEnd(); ++lineNumber) {
+                const auto match = includeLine.match(QString::fromUtf8(file.readLine()));
                 if (match.hasMatch())
                     found.append({relative, lineNumber, match.captured(2),
                                   match.captured(1) == QLatin1String("\"")});

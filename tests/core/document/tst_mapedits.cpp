@@ -17,9 +17,9 @@
 #include <numeric>
 #include <random>
 
-// Edits of a map: the shape list, its stacking and colours, the undo history; and the spatial index
-// behind repaints and picks and the kept layer of drawn pixels, which must give exactly what
-// visiting every shape gives, through every kind of edit, undo and redo.
+// Edits of a map: the shape list, its stacking and colours, the undo history; and the
+// spatial index behind repaints and picks and the kept layer of drawn pixels, which must
+// give exactly what visiting every shape gives, through every kind of edit, undo and redo.
 namespace {
 
 const std::int32_t Focus = MapDocument().FocusColor;
@@ -96,15 +96,14 @@ MapDocument RandomMap(std::mt19937& random, int Count, double Zoom)
     std::uniform_int_distribution<int> x(-20, Width), y(-20, Height), size(4, 90), kind(0, 5);
     std::vector<PatShape> shapes;
     for (int i = 0; i < Count; ++i) {
-        const int l = x(random), t = y(random), w = size(random), h = size(random);
-        const int k = kind(random);
+        const int l = x(random), t = y(random), w = size(random), h = size(random),
+                  k = kind(random);
         PatShape s;
         if (k <= 1) {
             s = MakeShape(k == 0 ? Circle : Rectangle, Corners(l, t, l + w, t + h), nullptr, 1.0);
         } else {
             std::vector<ShapePoint> points;
-            const int n = 3 + k;
-            for (int p = 0; p < n; ++p)
+            for (int p = 0; p < 3 + k; ++p)
                 points.push_back({l + size(random) - 45, t + size(random) - 45});
             s = MakeShape(Polygon, points, nullptr, 1.0);
             s.ShapeBuildingFinished = k != 5;
@@ -127,10 +126,9 @@ MapDocument RandomMap(std::mt19937& random, int Count, double Zoom)
 QImage Picture()
 {
     QImage picture(Width, Height, QImage::Format_RGB32);
-    for (int y = 0; y < Height; ++y) {
+    for (int y = 0; y < Height; ++y)
         for (int x = 0; x < Width; ++x)
             picture.setPixel(x, y, qRgb(x % 256, y % 256, (x * y) % 256));
-    }
     return picture;
 }
 
@@ -178,43 +176,32 @@ void Edit(MapDocument& doc, std::mt19937& random, int kind)
         return doc.SetNewShape(MakeShape(Rectangle, Corners(0, 0, 30, 20)));
     std::uniform_int_distribution<int> anyShape(0, doc.ItemCount());
     const auto index = static_cast<std::int16_t>(anyShape(random));
-    PatShape copy;
-    switch (kind) {
-    case 0: { // drag the top shape
+    if (kind == 0) { // drag the top shape
         PatShape& top = doc.TopShape();
         top.ResetForNextMove();
         top.MoveShape(100, 100, false, 0, 0);
         top.MoveShape(100 + step(random), 100 + step(random), false, 0, 0);
-        break;
-    }
-    case 1: // drag a vertex
+    } else if (kind == 1) { // drag a vertex
         doc.Shape(index).MoveVertex(0, step(random) * 10 + 150, step(random) * 10 + 150);
-        break;
-    case 2:
+    } else if (kind == 2) {
         doc.ReStackArrayFromOptions(index);
-        break;
-    case 3:
+    } else if (kind == 3) {
         doc.DeleteShape();
-        break;
-    case 4: // paste a copy of the top shape
+    } else if (kind == 4) { // paste a copy of the top shape
+        PatShape copy;
         doc.SetShapeEqualToTopShape(copy);
         doc.SetNewShape(copy);
-        break;
-    case 5:
+    } else if (kind == 5) {
         doc.MorphShape(static_cast<std::int16_t>(index % 3));
-        break;
-    case 6:
+    } else if (kind == 6) {
         doc.FocusColor = 0x102030 * (1 + index % 5);
         doc.SetShapeColors();
-        break;
-    default: { // a new polygon being built
+    } else { // a new polygon being built
         const std::int16_t added = doc.AddShape();
         doc.Shape(added).SetInfo(nullptr, doc.FocusColor, Polygon, doc.ZoomLevel, 0, 0);
         doc.Shape(added).AddPointToShape(60 + step(random), 70);
         doc.Shape(added).AddPointToShape(120, 90 + step(random));
         doc.BringToTop(added);
-        break;
-    }
     }
 }
 

@@ -108,9 +108,7 @@ private slots:
     {
         ShapeCanvas& c = Untitled();
         // A picture that exists, so that the saved map opens again.
-        const QString picture = Path("untitled.png");
-        QVERIFY(c.Document().OrigPic.save(picture));
-        c.SetNewPicture(c.Document().OrigPic, picture);
+        c.SetNewPicture(WhitePicture(320, 200), Path("pic.png"));
         Draw(Mode::Rectangle, {10, 10}, {40, 40});
         c.SaveMap(); // cancelled
         QCOMPARE(c.FileName(), QString());

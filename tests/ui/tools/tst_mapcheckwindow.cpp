@@ -25,7 +25,6 @@ private slots:
         ScriptedModalUi ui;
         MDIForm1 frame(ui);
         auto* tools = frame.findChild<QMenu*>("tools");
-        QVERIFY(tools);
         QStringList names;
         for (QAction* action : tools->actions())
             names << action->objectName();
@@ -45,9 +44,7 @@ private slots:
         MDIForm1 frame(ui);
         frame.show();
         QVERIFY(QTest::qWaitForWindowExposed(&frame));
-        ShapeCanvas* map = NewMap(frame, ui);
-        QVERIFY(map);
-        MapDocument& d = map->Document();
+        MapDocument& d = NewMap(frame, ui)->Document();
         AddShapeRow(d, "1|10,10,100,10,100,100,10,100|a.htm|Big|||0|");
         AddShapeRow(d, "1|20,20,40,20,40,40,20,40|b.htm|Hidden|||0|");
         AddShapeRow(d, "1|200,10,250,10,250,60,200,60|#||||0|");
