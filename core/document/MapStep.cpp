@@ -1,11 +1,15 @@
 #include "core/document/MapStep.h"
 
+#include "core/document/StepTarget.h"
+
 MapStep::MapStep(StepTarget& Target, const QString& Text) : QUndoCommand(Text), m_target(Target) {}
 
 void MapStep::undo()
 {
-    if (!isObsolete())
-        Undo();
+    if (isObsolete())
+        return;
+    Undo();
+    m_target.StepApplied();
 }
 
 void MapStep::redo()
@@ -14,8 +18,10 @@ void MapStep::redo()
         m_pending = false;
         return;
     }
-    if (!isObsolete())
-        Redo();
+    if (isObsolete())
+        return;
+    Redo();
+    m_target.StepApplied();
 }
 
 void MapStep::Drop()

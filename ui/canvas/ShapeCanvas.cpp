@@ -49,9 +49,6 @@ ShapeCanvas::ShapeCanvas(CanvasHost& Host, QWidget* parent)
     m_editor.SetBeforeChange([this](std::int16_t index) { m_history.TouchInGesture(index); });
     connect(&m_history.Stack(), &QUndoStack::cleanChanged, this,
             [this](bool clean) { setWindowModified(!clean); });
-    // Undo and redo change the map behind every command's back: what shows its shapes
-    // must hear of it as of any other change.
-    connect(&m_history.Stack(), &QUndoStack::indexChanged, this, [this] { emit MapChanged(true); });
 }
 
 ShapeCanvas::~ShapeCanvas()
@@ -843,6 +840,12 @@ bool ShapeCanvas::RecordEditAll(const QString& Name, bool WithProperties,
 void ShapeCanvas::StepChangedView()
 {
     SetZoomLevel(m_document.ZoomLevel);
+}
+
+void ShapeCanvas::StepApplied()
+{
+    // Undo and redo change the map behind every command's back.
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::DrawShapes()

@@ -100,6 +100,7 @@ public:
     // ---- StepTarget ------------------------------------------------------------------
     MapDocument& StepDocument() override { return m_document; }
     void StepChangedView() override;
+    void StepApplied() override;
 
     // ---- view state ----------------------------------------------------------------
     // The drawing surface TheCanvas and the buffer HoldImage.
