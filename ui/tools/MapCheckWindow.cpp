@@ -102,10 +102,7 @@ bool MapCheckWindow::ShowShapeOf(int Row)
         if (QMdiArea* area = window->mdiArea())
             area->setActiveSubWindow(window);
     }
-    // Through the history: a restack it does not know of would spoil later undos.
-    const auto index = static_cast<std::int16_t>(shape);
-    m_map->RecordEdit(QStringLiteral("Bring to Top"), {index}, false,
-                      [&] { m_map->ReStackArrayFromOptions(index); });
-    m_map->DrawShapes();
+    // As the Shapes list chooses one: on top, grabbed, scrolled into view, one undo step.
+    m_map->SelectShape(static_cast<std::int16_t>(shape));
     return true;
 }

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
@@ -47,7 +48,7 @@ private slots:
         MapDocument& d = NewMap(frame, ui)->Document();
         AddShapeRow(d, "1|10,10,100,10,100,100,10,100|a.htm|Big|||0|");
         AddShapeRow(d, "1|20,20,40,20,40,40,20,40|b.htm|Hidden|||0|");
-        AddShapeRow(d, "1|200,10,250,10,250,60,200,60|#||||0|");
+        AddShapeRow(d, "1|2400,10,2450,10,2450,60,2400,60|#||||0|");
         d.BringToTop(0);
 
         QAction* check = frame.findChild<QAction*>("mnuCheckMap");
@@ -69,11 +70,14 @@ private slots:
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
         QCOMPARE(d.ShapeOrder().front(), std::int16_t(1));
-        // Enter on the next one does the same.
+        // Enter on the next one does the same, and scrolls the map to the shape.
         list->setFocus();
         list->setCurrentIndex(model.index(1, 0));
         QTest::keyClick(list, Qt::Key_Return);
         QCOMPARE(d.ShapeOrder().front(), std::int16_t(2));
+        const QScrollBar* across = frame.ActiveMapWindow()->findChild<QScrollBar*>("HScroll1");
+        QVERIFY(across->value() > 1800 && across->value() < 2200);
+        QCOMPARE(frame.ActiveMapWindow()->UndoStack().undoText(), QStringLiteral("Bring to Top"));
 
         // Fix the problems, check again: the hidden shape moved into the open.
         d.SetURL(2, QStringLiteral("c.htm"));
@@ -95,7 +99,8 @@ private:
     ShapeCanvas* NewMap(MDIForm1& frame, ScriptedModalUi& ui)
     {
         const QString path = m_dir.filePath(QStringLiteral("pic.png"));
-        QImage(400, 300, QImage::Format_RGB32).save(path);
+        // Wider than the window: some shapes lie out of view.
+        QImage(2800, 300, QImage::Format_RGB32).save(path);
         ui.pictures.enqueue(path);
         frame.findChild<QAction*>("NewMap")->trigger();
         return frame.ActiveMapWindow();
