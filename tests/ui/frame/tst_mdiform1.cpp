@@ -26,6 +26,14 @@
 class TestMDIForm1 : public QObject, FrameFixture
 {
     Q_OBJECT
+    // Data rows of two text columns from "first=second|..." pairs, named by the first.
+    static void AddRows(const QString& table)
+    {
+        for (const QString& row : table.split(QLatin1Char('|'))) {
+            const QString first = row.section(QLatin1Char('='), 0, 0);
+            QTest::newRow(qPrintable(first)) << first << row.section(QLatin1Char('='), 1);
+        }
+    }
     QString Text(const MapDocument& doc) const { return MapFile::MapText(doc, "x.imp"); }
     QString Picture(const QString& name) { return SavePicture(m_dir.filePath(name), {120, 80}); }
     QString Map(const QString& name)
@@ -101,10 +109,7 @@ private slots:
             "btnColors=Set The Map's Colors|btnProp=Shape Properties|btnHelp=Help|"
             "PointOpt=Pointer Mode|RectOpt=Rectangle Mode|CirOpt=Circle Mode|"
             "PolyOpt=Polygon Mode");
-        for (const QString& row : table.split(QLatin1Char('|'))) {
-            const QString name = row.section(QLatin1Char('='), 0, 0);
-            QTest::newRow(qPrintable(name)) << name << row.section(QLatin1Char('='), 1);
-        }
+        AddRows(table);
     }
     void namesAndCaptions()
     {
@@ -368,10 +373,7 @@ private slots:
             "btnColors=ColorPicker|ConvertToShapes=ConvertHTMLtoMap|mnuURLChecker=URLChecker|"
             "generatecode=GeneratedCodeForm|btnGen=GeneratedCodeForm|ShapeProperties=frmOptions|"
             "btnProp=frmOptions|mnuCredits=Credits");
-        for (const QString& row : table.split(QLatin1Char('|'))) {
-            const QString command = row.section(QLatin1Char('='), 0, 0);
-            QTest::newRow(qPrintable(command)) << command << row.section(QLatin1Char('='), 1);
-        }
+        AddRows(table);
     }
     void toolWindowOpensThroughTheFrame()
     {
