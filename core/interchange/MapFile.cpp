@@ -244,6 +244,12 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
 
 QString MapFile::MapText(const MapDocument& Document, const QString& FileName)
 {
+    return MapText(Document, FileName, Document.ShapeOrder());
+}
+
+QString MapFile::MapText(const MapDocument& Document, const QString& FileName,
+                         const std::vector<std::int16_t>& ShapeOrder)
+{
     qsizetype expected = 512;
     for (const PatShape& shape : Document.Shapes()) {
         expected += 64 + qsizetype(shape.Points().size()) * 14 + shape.URL.size() +
@@ -285,7 +291,7 @@ QString MapFile::MapText(const MapDocument& Document, const QString& FileName)
         out.String(shape.StatusString);
         out.Integer(shape.AlertBox != 0 ? -1 : 0);
         out.String(shape.AlertString);
-        out.Integer(Document.ShapeOrder()[i]);
+        out.Integer(ShapeOrder[i]);
     }
     out.String(Document.DefURL);
     out.String(Document.DefComment);
@@ -299,6 +305,12 @@ QString MapFile::MapText(const MapDocument& Document, const QString& FileName)
 QByteArray MapFile::MapBytes(const MapDocument& Document, const QString& FileName)
 {
     return MapTextCodec::Encode(MapText(Document, FileName));
+}
+
+QByteArray MapFile::MapBytes(const MapDocument& Document, const QString& FileName,
+                             const std::vector<std::int16_t>& ShapeOrder)
+{
+    return MapTextCodec::Encode(MapText(Document, FileName, ShapeOrder));
 }
 
 MapFile::WriteResult MapFile::SaveMap(const MapDocument& Document, const QString& FileName)

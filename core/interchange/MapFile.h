@@ -71,6 +71,12 @@ public:
     static WriteResult SaveMap(const MapDocument& Document, const QString& FileName);
     // The exact text SaveMap writes, before encoding.
     static QString MapText(const MapDocument& Document, const QString& FileName);
+    // The same with ShapeOrder written in place of the document's own order (as many
+    // entries as shapes).
+    static QString MapText(const MapDocument& Document, const QString& FileName,
+                           const std::vector<std::int16_t>& ShapeOrder);
     // The bytes SaveMap writes.
     static QByteArray MapBytes(const MapDocument& Document, const QString& FileName);
+    static QByteArray MapBytes(const MapDocument& Document, const QString& FileName,
+                               const std::vector<std::int16_t>& ShapeOrder);
 };

@@ -10,7 +10,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QSet>
 #include <QStandardPaths>
 #include <algorithm>
@@ -49,17 +48,13 @@ QString SetAside(const QString& Path)
 }
 
 // The reader takes shape i's order entry as the position of shape i, so a file written
-// from the inverse order reads back as the order itself.
-MapDocument ForReadingBack(const MapDocument& Document)
+// with the inverse order reads back as the order itself.
+std::vector<std::int16_t> ForReadingBack(const std::vector<std::int16_t>& Order)
 {
-    MapDocument copy = Document;
-    copy.SetSurface(nullptr);
-    const std::vector<std::int16_t>& order = Document.ShapeOrder();
-    std::vector<std::int16_t> inverse(order.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        inverse[std::size_t(order[i])] = static_cast<std::int16_t>(i);
-    copy.AdoptShapes(Document.Shapes(), std::move(inverse));
-    return copy;
+    std::vector<std::int16_t> inverse(Order.size());
+    for (std::size_t i = 0; i < Order.size(); ++i)
+        inverse[std::size_t(Order[i])] = static_cast<std::int16_t>(i);
+    return inverse;
 }
 
 } // namespace
@@ -72,6 +67,7 @@ RecoveryStore::RecoveryStore(const QString& Folder, QObject* parent)
 {
     m_timer.setInterval(DefaultInterval);
     connect(&m_timer, &QTimer::timeout, this, &RecoveryStore::WriteDue);
+    connect(&m_writer, &RecoveryWriter::Written, this, &RecoveryStore::WriteDone);
 }
 
 RecoveryStore::~RecoveryStore() = default;
@@ -144,6 +140,7 @@ QString RecoveryStore::FileOf(int Id) const
     const auto found = m_slots.find(Id);
     if (found == m_slots.end())
         return QString();
+    m_writer.Wait();
     const QString path = found->second.base + MapSuffix;
     return QFileInfo::exists(path) ? path : QString();
 }
@@ -160,13 +157,12 @@ void RecoveryStore::WriteDue()
             RemoveFiles(slot);
             continue;
         }
-        if (!Write(slot))
-            return;
+        Write(id, slot);
         slot.dirty = false;
     }
 }
 
-bool RecoveryStore::Write(Slot& Map)
+void RecoveryStore::Write(int Id, const Slot& Map)
 {
     const MapDocument& document = Map.source.document();
     QJsonObject info;
@@ -175,27 +171,28 @@ bool RecoveryStore::Write(Slot& Map)
     info[QStringLiteral("file")] = Map.source.fileName();
     info[QStringLiteral("picture")] = document.ImagePath + document.ImageName;
     info[QStringLiteral("changed")] = Map.changed.toUTC().toString(Qt::ISODateWithMs);
-    const QByteArray infoBytes = QJsonDocument(info).toJson();
+    const QString mapPath = Map.base + MapSuffix;
+    m_writer.Write(Id, Map.base + InfoSuffix, QJsonDocument(info).toJson(), mapPath,
+                   MapFile::MapBytes(document, mapPath, ForReadingBack(document.ShapeOrder())));
+}
 
-    // The description goes first: a map file without one would never be offered.
-    QSaveFile infoFile(Map.base + InfoSuffix);
-    if (!infoFile.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        infoFile.write(infoBytes) != infoBytes.size() || !infoFile.commit()) {
-        Failed(infoFile.errorString());
-        return false;
+void RecoveryStore::WriteDone(int Id, bool Ok, const QString& Detail)
+{
+    if (Ok) {
+        m_failing = false;
+        return;
     }
-    const MapFile::WriteResult written =
-        MapFile::SaveMap(ForReadingBack(document), Map.base + MapSuffix);
-    if (!written.ok) {
-        Failed(written.detail);
-        return false;
-    }
-    m_failing = false;
-    return true;
+    // Tried again at the next tick, unless the map is gone or saved since.
+    const auto found = m_slots.find(Id);
+    if (found != m_slots.end() && found->second.source.modified())
+        found->second.dirty = true;
+    Failed(Detail);
 }
 
 void RecoveryStore::RemoveFiles(Slot& Map)
 {
+    // After any write still under way, which would bring the files back.
+    m_writer.Wait();
     QFile::remove(Map.base + MapSuffix);
     QFile::remove(Map.base + InfoSuffix);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/document/MapDocument.h"
+#include "core/interchange/RecoveryWriter.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -76,9 +77,11 @@ public:
     // The map is gone without being closed (the program is ending some other way): its
     // file stays, to be offered at the next start.
     void Drop(int Id);
-    // Writes each map that changed since its last write now (what the timer runs).
+    // Writes each map that changed since its last write now (what the timer runs). The
+    // map's text is made here; the files are written on a thread of their own.
     void WriteDue();
-    // The recovery file of map Id, empty while it has none.
+    // The recovery file of map Id once the writes asked for are done, empty while it has
+    // none.
     QString FileOf(int Id) const;
 
     // The recovery files of runs that are gone. Their runs' locks are held from here on
@@ -111,8 +114,11 @@ private:
     int m_nextId = 0;
     QTimer m_timer;
     bool m_failing = false;
+    // Declared after the lock, so that its pending writes finish while the lock is held.
+    RecoveryWriter m_writer;
 
-    bool Write(Slot& Map);
+    void Write(int Id, const Slot& Map);
+    void WriteDone(int Id, bool Ok, const QString& Detail);
     void RemoveFiles(Slot& Map);
     void Failed(const QString& Detail);
     Found Read(const QString& InfoPath);
