@@ -35,20 +35,30 @@ public:
     void ShowUrlChecker(ShapeCanvas&) override {}
 };
 
-// Empty when the shape list is whole and coloured by its stacking, else what is wrong.
+// Empty when the shape list is whole (sizes, stacking order, points as a map file holds
+// them) and, once no polygon is being drawn, every shape is finished and coloured by its
+// stacking; else what is wrong.
 inline QString MapInconsistency(const MapDocument& d)
 {
+    const std::size_t count = std::size_t(d.ItemCount() + 1);
     std::vector<std::int16_t> order = d.ShapeOrder();
     std::sort(order.begin(), order.end());
-    for (std::size_t i = 0; i < order.size(); ++i) {
+    if (order.size() != count || d.Shapes().size() != count)
+        return QStringLiteral("list sizes differ from ItemCount");
+    for (std::size_t i = 0; i < count; ++i) {
+        const PatShape& shape = d.Shapes()[i];
         if (order[i] != std::int16_t(i))
             return QStringLiteral("ShapeOrder is not a permutation");
-    }
-    if (order.size() != d.Shapes().size() || int(order.size()) != d.ItemCount() + 1)
-        return QStringLiteral("list sizes differ from ItemCount");
-    for (int i = 0; i <= d.ItemCount() && !d.PolygonInProgress; ++i) {
-        if (d.Shape(std::int16_t(i)).ShapeColor !=
-            (i == d.ShapeOrder().front() ? d.FocusColor : d.NonFocusColor))
+        // Rectangles and circles are their four corners.
+        if (shape.Points().empty() ||
+            (shape.GetShapeType() != Polygon && shape.Points().size() != 4))
+            return QStringLiteral("shape %1 has %2 points").arg(i).arg(shape.Points().size());
+        if (d.PolygonInProgress)
+            continue;
+        if (!shape.IsShapeDone())
+            return QStringLiteral("shape %1 is unfinished").arg(i);
+        if (shape.ShapeColor !=
+            (i == std::size_t(d.ShapeOrder().front()) ? d.FocusColor : d.NonFocusColor))
             return QStringLiteral("shape %1 has the wrong colour").arg(i);
     }
     return QString();
