@@ -88,40 +88,6 @@ private slots:
     }
     void cleanupTestCase() { CloseFrame(); }
 
-    void placement_data()
-    {
-        QTest::addColumn<QRect>("window");
-        QTest::addColumn<QSize>("minimum");
-        QTest::addColumn<QRect>("placed");
-        // Screen 0 is 640 x 512; the window's frame adds what the platform gives it.
-        QTest::newRow("fits: stays")
-            << QRect(100, 80, 300, 200) << QSize(50, 50) << QRect(100, 80, 300, 200);
-        QTest::newRow("too wide and tall: shrinks onto the screen")
-            << QRect(-140, -84, 920, 680) << QSize(200, 150) << QRect();
-        QTest::newRow("off the right edge: moves in")
-            << QRect(500, 100, 300, 200) << QSize(50, 50) << QRect();
-    }
-
-    void placement()
-    {
-        QFETCH(QRect, window);
-        QFETCH(QSize, minimum);
-        QFETCH(QRect, placed);
-        QWidget widget;
-        widget.setMinimumSize(minimum);
-        widget.setGeometry(window);
-        widget.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&widget));
-        CheckFits(widget);
-        if (!placed.isNull())
-            QCOMPARE(widget.geometry(), placed);
-        // Shown again after the user dragged it half off: back on the screen.
-        widget.hide();
-        widget.move(-200, 400);
-        widget.show();
-        CheckFits(widget);
-    }
-
     void everyIconIsDrawnForTheScreen()
     {
         // Scalable pictures only: drawn for twice the pixels, a 26-pixel icon is 52 wide.
