@@ -517,7 +517,7 @@ private slots:
         }
     }
 
-    void wheelScrollsAndShiftWheelScrollsSideways()
+    void wheelScrollsShiftWheelScrollsSidewaysAndSpaceDragPans()
     {
         NewCanvas(1200, 900);
         QVERIFY(Bar("VScroll1")->isVisible() && Bar("HScroll1")->isVisible());
@@ -532,6 +532,14 @@ private slots:
         Wheel({100, 100}, {0, 600});
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Doc().ZoomLevel, 1.0);
+        // A drag with Space held pans, and makes or grabs no shape.
+        QTest::keyPress(Surface(), Qt::Key_Space);
+        Drag({300, 300}, {250, 220});
+        QTest::keyRelease(Surface(), Qt::Key_Space);
+        QCOMPARE(Bar("HScroll1")->value(), 60 + 50);
+        QCOMPARE(Bar("VScroll1")->value(), 80);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
+        QVERIFY(!m_canvas->PointerConfined());
     }
 
     void controlWheelZoomsAboutThePointer()
@@ -611,19 +619,6 @@ private slots:
         DrawAt({1000, 800}, {2000, 1200});
         const ShapeRect b = PatShape::BoundingRect(Doc().Shape(0).Points(), false);
         QVERIFY(std::abs(b.left - 1000) <= 2 && std::abs(b.right - 2000) <= 2);
-    }
-
-    void spaceDragPans()
-    {
-        NewCanvas(1200, 900);
-        QTest::keyPress(Surface(), Qt::Key_Space);
-        Drag({300, 300}, {250, 220});
-        QTest::keyRelease(Surface(), Qt::Key_Space);
-        QCOMPARE(Bar("HScroll1")->value(), 50);
-        QCOMPARE(Bar("VScroll1")->value(), 80);
-        // Panning made no shape and grabbed nothing.
-        QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
-        QVERIFY(!m_canvas->PointerConfined());
     }
 };
 

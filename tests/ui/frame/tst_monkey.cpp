@@ -81,12 +81,6 @@ class TestMonkey : public QObject, FrameFixture
             dialog.reject();
     }
 
-    QWidget* ActiveSurface() const
-    {
-        ShapeCanvas* map = m_frame->ActiveMapWindow();
-        return map == nullptr ? nullptr : &map->Surface();
-    }
-
     QPoint AnyPoint(QWidget* surface)
     {
         // Mostly on the picture, sometimes just past its edges.
@@ -228,7 +222,8 @@ private slots:
         for (; step < events && timer.elapsed() < seconds * 1000; ++step) {
             // Questions (close a map? discard?) get a random answer.
             m_ui->answers.enqueue(Pick(2) == 0);
-            QWidget* surface = ActiveSurface();
+            ShapeCanvas* map = m_frame->ActiveMapWindow();
+            QWidget* surface = map == nullptr ? nullptr : &map->Surface();
             const int action = Pick(100);
             if (surface == nullptr || m_frame->MapWindows().isEmpty()) {
                 NewMap();
