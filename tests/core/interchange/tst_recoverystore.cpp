@@ -70,6 +70,15 @@ struct OpenMap
     }
 };
 
+// A store on the folder, started as a run of the editor starts it.
+std::unique_ptr<RecoveryStore> Started(const QString& folder)
+{
+    auto store = std::make_unique<RecoveryStore>(folder);
+    if (!store->Start())
+        QTest::qFail("the recovery store did not start", __FILE__, __LINE__);
+    return store;
+}
+
 } // namespace
 
 class TestRecoveryStore : public QObject
@@ -79,21 +88,20 @@ private slots:
     void aModifiedMapIsWrittenWithinTheIntervalAndOnlyWhenChanged()
     {
         OpenMap map(3);
-        RecoveryStore store(map.folder);
-        QVERIFY(store.Start());
-        store.Timer().setInterval(20);
-        const int id = store.Track(map.Source());
+        const auto store = Started(map.folder);
+        store->Timer().setInterval(20);
+        const int id = store->Track(map.Source());
 
         // Nothing changed: nothing written.
         QTest::qWait(60);
-        QVERIFY(store.FileOf(id).isEmpty());
+        QVERIFY(store->FileOf(id).isEmpty());
 
         map.doc.SetURL(1, QStringLiteral("changed.html"));
         map.doc.BringToTop(2);
         map.modified = true;
-        store.MapChanged(id);
-        QTRY_VERIFY_WITH_TIMEOUT(!store.FileOf(id).isEmpty(), 2000);
-        const QString written = store.FileOf(id);
+        store->MapChanged(id);
+        QTRY_VERIFY_WITH_TIMEOUT(!store->FileOf(id).isEmpty(), 2000);
+        const QString written = store->FileOf(id);
         QVERIFY(written.startsWith(map.folder + QLatin1Char('/')));
         const MapFile::ReadResult back = MapFile::ReadMap(ReadBytes(written), written);
         QCOMPARE(MapFile::MapBytes(back.document, written), MapFile::MapBytes(map.doc, written));
@@ -101,50 +109,35 @@ private slots:
         // Unchanged since the last write: the file is not written again.
         QFile::remove(written);
         QTest::qWait(80);
-        QVERIFY(store.FileOf(id).isEmpty());
+        QVERIFY(store->FileOf(id).isEmpty());
 
         // Mid-gesture the map waits; written once the gesture ends.
         map.busy = true;
-        store.MapChanged(id);
-        store.WriteDue();
-        QVERIFY(store.FileOf(id).isEmpty());
+        store->MapChanged(id);
+        store->WriteDue();
+        QVERIFY(store->FileOf(id).isEmpty());
         map.busy = false;
-        store.WriteDue();
-        QVERIFY(!store.FileOf(id).isEmpty());
+        store->WriteDue();
+        QVERIFY(!store->FileOf(id).isEmpty());
 
         // Saved, or undone back to its saved state: the file goes.
-        store.MapSaved(id);
-        QVERIFY(store.FileOf(id).isEmpty());
+        store->MapSaved(id);
+        QVERIFY(store->FileOf(id).isEmpty());
         map.modified = false;
-        store.MapChanged(id);
-        store.WriteDue();
-        QVERIFY(store.FileOf(id).isEmpty());
+        store->MapChanged(id);
+        store->WriteDue();
+        QVERIFY(store->FileOf(id).isEmpty());
 
         // Closed: the file goes, and the map is no longer asked for.
         map.modified = true;
-        store.MapChanged(id);
-        store.WriteDue();
-        const QString last = store.FileOf(id);
+        store->MapChanged(id);
+        store->WriteDue();
+        const QString last = store->FileOf(id);
         QVERIFY(QFile::exists(last));
-        store.Forget(id);
+        store->Forget(id);
         QVERIFY(QDir(map.folder)
                     .entryList({QStringLiteral("*.imp"), QStringLiteral("*.json")}, QDir::Files)
                     .isEmpty());
-    }
-
-    void aRunningEditorsFilesAreNotOfferedToAnother()
-    {
-        OpenMap map(2);
-        RecoveryStore first(map.folder);
-        QVERIFY(first.Start());
-        const int id = map.WrittenBy(first);
-
-        RecoveryStore second(map.folder);
-        QVERIFY(second.Start());
-        QVERIFY(second.Scan().empty());
-        second.Release();
-        // Still the first run's, still written by it.
-        QVERIFY(!first.FileOf(id).isEmpty());
     }
 
     void aKilledRunsMapIsOfferedAndComesBackExactly()
@@ -155,17 +148,19 @@ private slots:
         map.doc.ShouldDrawGrid = true;
         QString left;
         {
-            RecoveryStore killed(map.folder);
-            QVERIFY(killed.Start());
-            const int id = map.WrittenBy(killed);
-            left = LeaveAsKilled(map.folder, killed.FileOf(id));
-            killed.Forget(id);
+            const auto killed = Started(map.folder);
+            const int id = map.WrittenBy(*killed);
+            // A second run while this one edits is offered nothing, and leaves its files.
+            const auto second = Started(map.folder);
+            QVERIFY(second->Scan().empty());
+            second->Release();
+            left = LeaveAsKilled(map.folder, killed->FileOf(id));
+            killed->Forget(id);
         }
 
-        RecoveryStore next(map.folder);
-        QVERIFY(next.Start());
+        const auto next = Started(map.folder);
         {
-            RecoveryOffer offer(next);
+            RecoveryOffer offer(*next);
             QCOMPARE(offer.Count(), 1);
             QVERIFY(offer.Problems().isEmpty());
             const RecoveryStore::Found& found = offer.At(0);
@@ -174,9 +169,8 @@ private slots:
             QCOMPARE(RecoveryOffer::PictureText(found), QStringLiteral("picture.png"));
             QVERIFY(qAbs(found.changed.secsTo(QDateTime::currentDateTime())) < 60);
             // A third run starting now does not offer it while this one decides.
-            RecoveryStore third(map.folder);
-            QVERIFY(third.Start());
-            QVERIFY(third.Scan().empty());
+            const auto third = Started(map.folder);
+            QVERIFY(third->Scan().empty());
 
             offer.Recover(0);
             QCOMPARE(offer.Count(), 0);
@@ -191,31 +185,28 @@ private slots:
             offer.Adopted(recovered[0]);
             QVERIFY(!QFile::exists(left));
         }
-        RecoveryStore after(map.folder);
-        QVERIFY(after.Start());
-        QVERIFY(after.Scan().empty());
+        const auto after = Started(map.folder);
+        QVERIFY(after->Scan().empty());
     }
 
     void discardedMapsAreGoneAndUndecidedOnesOfferedAgain()
     {
         OpenMap map(2);
-        RecoveryStore killed(map.folder);
-        QVERIFY(killed.Start());
-        const int id = map.WrittenBy(killed);
-        const QString one = LeaveAsKilled(map.folder, killed.FileOf(id));
-        const QString two = LeaveAsKilled(map.folder, killed.FileOf(id));
+        const auto killed = Started(map.folder);
+        const int id = map.WrittenBy(*killed);
+        const QString one = LeaveAsKilled(map.folder, killed->FileOf(id));
+        const QString two = LeaveAsKilled(map.folder, killed->FileOf(id));
 
-        RecoveryStore next(map.folder);
-        QVERIFY(next.Start());
+        const auto next = Started(map.folder);
         {
-            RecoveryOffer offer(next);
+            RecoveryOffer offer(*next);
             QCOMPARE(offer.Count(), 2);
             const QString discarded = offer.At(0).mapPath;
             offer.Discard(0);
             QVERIFY(!QFile::exists(discarded));
             // The other is left for later.
         }
-        RecoveryOffer again(next);
+        RecoveryOffer again(*next);
         QCOMPARE(again.Count(), 1);
         QVERIFY(QFile::exists(one) != QFile::exists(two));
     }
@@ -223,17 +214,15 @@ private slots:
     void anUnreadableFileIsSetAsideWithTheReadersReason()
     {
         OpenMap map(30);
-        RecoveryStore killed(map.folder);
-        QVERIFY(killed.Start());
-        const int id = map.WrittenBy(killed);
-        const QString truncated = LeaveAsKilled(map.folder, killed.FileOf(id));
+        const auto killed = Started(map.folder);
+        const int id = map.WrittenBy(*killed);
+        const QString truncated = LeaveAsKilled(map.folder, killed->FileOf(id));
         QFile file(truncated);
         QVERIFY(file.resize(file.size() / 2));
 
-        RecoveryStore next(map.folder);
-        QVERIFY(next.Start());
+        const auto next = Started(map.folder);
         const auto checkSetAside = [&](const QString& path, const QString& why) {
-            RecoveryOffer offer(next);
+            RecoveryOffer offer(*next);
             QCOMPARE(offer.Count(), 0);
             QVERIFY(!offer.IsEmpty());
             QCOMPARE(offer.Problems().size(), 1);
@@ -247,9 +236,9 @@ private slots:
         };
         checkSetAside(truncated, MapFile::CannotLoadMessage());
         // Set aside once, never offered again.
-        QVERIFY(RecoveryOffer(next).IsEmpty());
+        QVERIFY(RecoveryOffer(*next).IsEmpty());
 
-        const QString noPicture = LeaveAsKilled(map.folder, killed.FileOf(id));
+        const QString noPicture = LeaveAsKilled(map.folder, killed->FileOf(id));
         QVERIFY(QFile::remove(map.dir.filePath(QStringLiteral("picture.png"))));
         checkSetAside(noPicture, MapFile::PictureNotFoundMessage());
     }
