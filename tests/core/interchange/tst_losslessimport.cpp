@@ -103,11 +103,10 @@ private slots:
             const QString code = FormattedMapCode::Generate(original, MapFormat::Html5,
                                                             MapCodeGenerator::Form::Viewing)
                                      .Text;
-            const LosslessImporter::Result result = Convert(code);
             MapDocument imported;
             imported.MapName = QStringLiteral("before");
             imported.DefTarget = QStringLiteral("stale");
-            QVERIFY(LosslessImporter::Apply(result, imported, false));
+            QVERIFY(LosslessImporter::Apply(Convert(code), imported, false));
             QCOMPARE(Describe(imported), Describe(original));
         }
     }
@@ -165,7 +164,6 @@ private slots:
                              "coords=3,3,4,4 href=b><area shape=default href=c></map></div>";
         QString refusal;
         const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(code, refusal);
-        QVERIFY(refusal.isEmpty());
         QCOMPARE(maps.size(), std::size_t(2));
         const LosslessImporter::Result result = LosslessImporter::Convert(maps, 1, MapDocument());
         QCOMPARE(result.MapName, QStringLiteral("second"));
@@ -234,15 +232,15 @@ private slots:
         const QString code = "<map name=other><area shape=rect coords=10,10,20,20 href=three.htm>"
                              "<area shape=circle coords=30,30,5 href=four.htm></map>";
         QVERIFY(LosslessImporter::Apply(Convert(code, d), d, true));
-        QCOMPARE(d.ItemCount(), std::int16_t(3));
-        QCOMPARE(d.Shape(0).URL, QStringLiteral("one.htm"));
-        QCOMPARE(d.Shape(3).URL, QStringLiteral("four.htm"));
+        // Without a default area in the code the map keeps its own, and its name.
+        QCOMPARE(Describe(d),
+                 QStringList({"name=Mine", "1|1,1,5,1,5,5,1,5|one.htm||||0|",
+                              "1|6,6,9,6,9,9,6,9|two.htm||||0|",
+                              "1|10,10,20,10,20,20,10,20|three.htm||||0|",
+                              "0|25,25,35,25,35,35,25,35|four.htm||||0|", "home.htm||||"}));
         QCOMPARE(d.ShapeOrder(), std::vector<std::int16_t>({1, 0, 2, 3}));
         QCOMPARE(d.Shape(1).ShapeColor, d.FocusColor);
         QCOMPARE(d.Shape(2).ShapeColor, d.NonFocusColor);
-        // Without a default area in the code the map keeps its own, and its name.
-        QCOMPARE(d.DefURL, QStringLiteral("home.htm"));
-        QCOMPARE(d.MapName, QStringLiteral("Mine"));
 
         // Past the 16-bit limit nothing is added.
         MapDocument full;

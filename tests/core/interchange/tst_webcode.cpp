@@ -190,7 +190,7 @@ private slots:
         QVERIFY(block.contains(".map-Special a:focus"));
     }
 
-    void modernFormatsLeaveTheShapesAsTheyAre()
+    void codeLeavesTheMapAsItIs()
     {
         // At zoom 3 the classic form's rescale there and back may move a point; the modern
         // forms read a copy.
@@ -200,13 +200,10 @@ private slots:
         for (MapFormat format : {MapFormat::Html5, MapFormat::Svg})
             Code(d, format);
         QVERIFY(d.Shape(0).Points() == before);
-    }
-
-    void emptyMapGivesNoCode()
-    {
-        MapDocument d;
+        // An empty map gives no code in any form.
+        MapDocument empty;
         for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg})
-            QVERIFY(Code(d, format).Text.isEmpty());
+            QVERIFY(Code(empty, format).Text.isEmpty());
     }
 
     void formatNames()
