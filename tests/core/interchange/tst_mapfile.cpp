@@ -78,24 +78,22 @@ private slots:
 
     void writesExactBytes_data()
     {
-        QTest::addColumn<bool>("withShapes");
+        QTest::addColumn<QStringList>("rows");
         QTest::addColumn<QString>("shapeLines");
-        QTest::newRow("no shapes") << false << "-1 ";
+        QTest::newRow("no shapes") << QStringList() << "-1 ";
         // Each new shape goes on top: ShapeOrder is 2, 1, 0 and entry i goes with shape i.
         QTest::newRow("one of each kind")
-            << true << " 2 |" + RectangleRow + "| 2 |" + CircleRow + "| 1 |" + PolygonRow + "| 0 ";
+            << QStringList{RectangleRow, CircleRow, PolygonRow}
+            << " 2 |" + RectangleRow + "| 2 |" + CircleRow + "| 1 |" + PolygonRow + "| 0 ";
     }
 
     void writesExactBytes()
     {
-        QFETCH(bool, withShapes);
+        QFETCH(QStringList, rows);
         QFETCH(QString, shapeLines);
         MapDocument doc = SettingsDocument();
-        if (withShapes) {
-            AddShape(doc, RectangleRow);
-            AddShape(doc, CircleRow);
-            AddShape(doc, PolygonRow);
-        }
+        for (const QString& row : rows)
+            AddShape(doc, row);
         const QString header =
             QStringLiteral("1.0.0|/maps/harbour.imp|/pics/|pic.png|Harbour| 2 | 3 | 1 | 480 | 320 "
                            "| 240 | 160 | 1.5 "
@@ -114,9 +112,8 @@ private slots:
     void readsBackWhatItWrote()
     {
         MapDocument doc = Local();
-        AddShape(doc, RectangleRow);
-        AddShape(doc, CircleRow);
-        AddShape(doc, PolygonRow);
+        for (const QString& row : {RectangleRow, CircleRow, PolygonRow})
+            AddShape(doc, row);
         doc.BringToTop(1); // stacked 1, 2, 0
         const QString path = m_dir.filePath(QStringLiteral("roundtrip.imp"));
         const MapFile::ReadResult read = MapFile::ReadMap(MapFile::MapBytes(doc, path), path);
