@@ -48,33 +48,31 @@ private slots:
     {
         QTest::addColumn<QString>("row");
         QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const QString& fields, const QString& area) {
+            QTest::newRow(name) << fields << area;
+        };
+        const QString box = QStringLiteral("1|10,20,30,20,30,40,10,40|");
         const QString rect = QStringLiteral("<area shape=\"rect\" coords=\"10,20,30,40\" href=");
-        QTest::newRow("rectangle from its bounding box")
-            << "1|30,40,10,40,10,20,30,20|http://a.com/||||0|" << RectArea;
-        QTest::newRow("circle in the top-left square")
-            << "0|10,10,21,10,21,30,10,30|http://a.com/||||0|"
-            << "<area shape=\"circle\" coords=\"16,16,6\" href=\"http://a.com/\">";
-        QTest::newRow("polygon with trailing comma")
-            << "2|10,10,50,10,30,40|http://a.com/||||0|"
-            << "<area shape=\"poly\" coords=\"10,10,50,10,30,40,\" href=\"http://a.com/\">";
-        QTest::newRow("blank url gives #")
-            << "1|10,20,30,20,30,40,10,40|  ||||0|" << rect + "\"#\">";
-        QTest::newRow("every attribute, apostrophes escaped only in scripts")
-            << "1|10,20,30,20,30,40,10,40|http://a.com/|Ann's \"page\"|_blank|Ann's page|1|it's <b>"
-            << rect + "\"http://a.com/\" alt=\"Ann's \"page\"\" target=\"_blank\" "
-                      "OnFocus=\"window.status='Ann\\'s page'\" OnBlur=\"window.status=''\" "
-                      "OnClick=\"javascript:alert('it\\'s <b>')\">";
-        QTest::newRow("blank comment, target and status are left out")
-            << "1|10,20,30,20,30,40,10,40|http://a.com/| |   |  |0|" << RectArea;
-        QTest::newRow("a tab is not a blank") << "1|10,20,30,20,30,40,10,40|\t|\t|\t||0|"
-                                              << rect + "\"\t\" alt=\"\t\" target=\"\t\">";
-        QTest::newRow("alert of one blank is written")
-            << "1|10,20,30,20,30,40,10,40|http://a.com/||||-1| "
-            << rect + "\"http://a.com/\" OnClick=\"javascript:alert(' ')\">";
-        QTest::newRow("coordinates beyond 100000")
-            << Rect(150000, -200000, 150010, 200020)
-            << "<area shape=\"rect\" coords=\"150000,-200000,150010,200020\" "
-               "href=\"http://a.com/\">";
+        row("rectangle from its bounding box", "1|30,40,10,40,10,20,30,20|http://a.com/||||0|",
+            RectArea);
+        row("circle in the top-left square", "0|10,10,21,10,21,30,10,30|http://a.com/||||0|",
+            "<area shape=\"circle\" coords=\"16,16,6\" href=\"http://a.com/\">");
+        row("polygon with trailing comma", "2|10,10,50,10,30,40|http://a.com/||||0|",
+            "<area shape=\"poly\" coords=\"10,10,50,10,30,40,\" href=\"http://a.com/\">");
+        row("blank url gives #", box + "  ||||0|", rect + "\"#\">");
+        row("every attribute, apostrophes escaped only in scripts",
+            box + "http://a.com/|Ann's \"page\"|_blank|Ann's page|1|it's <b>",
+            rect + "\"http://a.com/\" alt=\"Ann's \"page\"\" target=\"_blank\" "
+                   "OnFocus=\"window.status='Ann\\'s page'\" OnBlur=\"window.status=''\" "
+                   "OnClick=\"javascript:alert('it\\'s <b>')\">");
+        row("blank comment, target and status are left out", box + "http://a.com/| |   |  |0|",
+            RectArea);
+        row("a tab is not a blank", box + "\t|\t|\t||0|",
+            rect + "\"\t\" alt=\"\t\" target=\"\t\">");
+        row("alert of one blank is written", box + "http://a.com/||||-1| ",
+            rect + "\"http://a.com/\" OnClick=\"javascript:alert(' ')\">");
+        row("coordinates beyond 100000", Rect(150000, -200000, 150010, 200020),
+            "<area shape=\"rect\" coords=\"150000,-200000,150010,200020\" href=\"http://a.com/\">");
     }
 
     void areaElement()

@@ -90,27 +90,25 @@ private slots:
     {
         QTest::addColumn<QString>("row");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("rectangle, no comment: empty alt")
-            << "1|30,40,10,40,10,20,30,20|a.htm||||0|"
-            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\">";
-        QTest::newRow("circle")
-            << "0|10,10,21,10,21,30,10,30|a.htm|Sun|||0|"
-            << "<area shape=\"circle\" coords=\"16,16,6\" href=\"a.htm\" alt=\"Sun\">";
-        QTest::newRow("polygon without trailing comma")
-            << "2|10,10,50,10,30,40|a.htm|x|||0|"
-            << "<area shape=\"poly\" coords=\"10,10,50,10,30,40\" href=\"a.htm\" alt=\"x\">";
-        QTest::newRow("no link: no href and no alt")
-            << "1|10,20,30,20,30,40,10,40| ||||0|"
-            << "<area shape=\"rect\" coords=\"10,20,30,40\">";
-        QTest::newRow("every text escaped; status as title; alert as onclick")
-            << "1|10,20,30,20,30,40,10,40|a.htm?x=1&y=\"2\"|<Ann's>|_blank|50% "
-               "\"off\"|1|it's\n\"ok\"\\"
-            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm?x=1&amp;y=&quot;2&quot;\" "
-               "alt=\"&lt;Ann's&gt;\" target=\"_blank\" title=\"50% &quot;off&quot;\" "
-               "onclick=\"alert('it\\'s\\n&quot;ok&quot;\\\\')\">";
-        QTest::newRow("alert switched off is not written")
-            << "1|10,20,30,20,30,40,10,40|a.htm|||x|0|hidden"
-            << "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\" title=\"x\">";
+        const auto row = [](const char* name, const char* fields, const char* area) {
+            QTest::newRow(name) << QString(fields) << QString(area);
+        };
+        row("rectangle, no comment: empty alt", "1|30,40,10,40,10,20,30,20|a.htm||||0|",
+            "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\">");
+        row("circle", "0|10,10,21,10,21,30,10,30|a.htm|Sun|||0|",
+            "<area shape=\"circle\" coords=\"16,16,6\" href=\"a.htm\" alt=\"Sun\">");
+        row("polygon without trailing comma", "2|10,10,50,10,30,40|a.htm|x|||0|",
+            "<area shape=\"poly\" coords=\"10,10,50,10,30,40\" href=\"a.htm\" alt=\"x\">");
+        row("no link: no href and no alt", "1|10,20,30,20,30,40,10,40| ||||0|",
+            "<area shape=\"rect\" coords=\"10,20,30,40\">");
+        row("every text escaped; status as title; alert as onclick",
+            "1|10,20,30,20,30,40,10,40|a.htm?x=1&y=\"2\"|<Ann's>|_blank|50% "
+            "\"off\"|1|it's\n\"ok\"\\",
+            "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm?x=1&amp;y=&quot;2&quot;\" "
+            "alt=\"&lt;Ann's&gt;\" target=\"_blank\" title=\"50% &quot;off&quot;\" "
+            "onclick=\"alert('it\\'s\\n&quot;ok&quot;\\\\')\">");
+        row("alert switched off is not written", "1|10,20,30,20,30,40,10,40|a.htm|||x|0|hidden",
+            "<area shape=\"rect\" coords=\"10,20,30,40\" href=\"a.htm\" alt=\"\" title=\"x\">");
     }
 
     void html5Areas()
