@@ -294,18 +294,36 @@ private slots:
         QCOMPARE(MapFile::MapBytes(read.document, m_dir.filePath("map.imp")), lines.join('\n'));
     }
 
-    void failedSaveLeavesPreviousFileWhole()
+    // A save replaces a longer file whole and keeps its permissions; one that fails says why
+    // and leaves the previous file as it was, with nothing beside it.
+    void saveIsWholeOrNothing()
     {
-        // A save replaces a longer previous file entirely.
+        // The owner's, group's and others' bits; the "user" bits only say what we may do.
+        const auto modeOf = [](const QString& path) {
+            return QFile::permissions(path) &
+                   ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+        };
+        const auto refused = [&](const QString& name, const MapFile::WriteResult& saved,
+                                 const QByteArray& previous, const QString& detail) {
+            QVERIFY(!saved.ok);
+            QCOMPARE(saved.message, SaveError);
+            QCOMPARE(saved.detail, detail);
+            QCOMPARE(ReadBytes(m_dir.filePath(name)), previous);
+            QCOMPARE(QDir(m_dir.path()).entryList({name + '*'}, QDir::Files), QStringList{name});
+        };
+        MapDocument doc = SettingsDocument();
         const QString path = m_dir.filePath(QStringLiteral("whole.imp"));
         QVERIFY(WriteBytes(path, QByteArray(100000, 'x')));
-        const MapDocument first = SettingsDocument();
-        QVERIFY(MapFile::SaveMap(first, path).ok);
-        const QByteArray previous = MapFile::MapBytes(first, path);
+        const QFile::Permissions ownerAndGroup =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(path, ownerAndGroup));
+        QVERIFY(MapFile::SaveMap(doc, path).ok);
+        const QByteArray previous = MapFile::MapBytes(doc, path);
         QCOMPARE(ReadBytes(path), previous);
+        QCOMPARE(modeOf(path), ownerAndGroup);
 
-        // A file-size limit makes the write fail part way, as a full disk would.
-        MapDocument doc = SettingsDocument();
+        // A file-size limit makes the write fail part way, as a full disk would; the cause
+        // comes beside the message, in the system's words.
         doc.MapName = QString(4096, QLatin1Char('m'));
         MapFile::WriteResult saved;
         {
@@ -313,45 +331,16 @@ private slots:
             QVERIFY(limit.Active());
             saved = MapFile::SaveMap(doc, path);
         }
-        QVERIFY(!saved.ok);
-        QCOMPARE(saved.message, SaveError);
-        // The cause comes beside the message, in the system's words.
-        QCOMPARE(saved.detail, QStringLiteral("File too large"));
-        QCOMPARE(ReadBytes(path), previous);
-        QCOMPARE(QDir(m_dir.path()).entryList({"whole.imp*"}, QDir::Files),
-                 QStringList{"whole.imp"});
-    }
+        refused(QStringLiteral("whole.imp"), saved, previous, QStringLiteral("File too large"));
 
-    void saveKeepsPermissionsAndSparesReadOnlyFiles()
-    {
-        // The owner's, group's and others' bits; the "user" bits only say what we may do.
-        const auto modeOf = [](const QString& path) {
-            return QFile::permissions(path) &
-                   ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
-        };
-        const MapDocument doc = SettingsDocument();
-        const QString shared = m_dir.filePath(QStringLiteral("shared.imp"));
-        QVERIFY(WriteBytes(shared, "old"));
-        const QFile::Permissions ownerAndGroup =
-            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup;
-        QVERIFY(QFile::setPermissions(shared, ownerAndGroup));
-        QVERIFY(MapFile::SaveMap(doc, shared).ok);
-        QCOMPARE(ReadBytes(shared), MapFile::MapBytes(doc, shared));
-        QCOMPARE(modeOf(shared), ownerAndGroup);
-
-        // Read-only is refused, for root too, and the file stays as it was.
+        // Read-only is refused, for root too.
         const QString locked = m_dir.filePath(QStringLiteral("locked.imp"));
         QVERIFY(WriteBytes(locked, "old"));
         const QFile::Permissions readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
         QVERIFY(QFile::setPermissions(locked, readOnly));
-        const MapFile::WriteResult refused = MapFile::SaveMap(doc, locked);
-        QVERIFY(!refused.ok);
-        QCOMPARE(refused.message, SaveError);
-        QCOMPARE(refused.detail, QStringLiteral("\"%1\" is read-only.").arg(locked));
-        QCOMPARE(ReadBytes(locked), QByteArray("old"));
+        refused(QStringLiteral("locked.imp"), MapFile::SaveMap(doc, locked), "old",
+                QStringLiteral("\"%1\" is read-only.").arg(locked));
         QCOMPARE(modeOf(locked), readOnly);
-        QCOMPARE(QDir(m_dir.path()).entryList({"locked.imp*"}, QDir::Files),
-                 QStringList{"locked.imp"});
     }
 
 private:
