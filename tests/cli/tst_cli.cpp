@@ -1,8 +1,8 @@
 #include "CliRun.h"
+#include "LocalHttpServer.h"
 #include "ShapeRow.h"
-#include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/FormattedMapCode.h"
 #include "core/interchange/MapFile.h"
-#include "core/interchange/TestPage.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,6 +15,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+// vantrel-cli's commands and their failures, web formats, map check, lossless import, and
+// link checks against a server on this machine (on a thread of its own, so waiting for the
+// process blocks nothing it needs).
 class TestCli : public QObject
 {
     Q_OBJECT
@@ -22,6 +25,7 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_dir.isValid());
+        QVERIFY(m_server.IsListening());
         QImage picture(120, 80, QImage::Format_RGB32);
         picture.fill(Qt::green);
         QVERIFY(picture.save(Path("pic.png")));
@@ -52,6 +56,17 @@ private slots:
                                    .repeated(32769) +
                                "</map>"));
         QVERIFY(WriteBytes(Path("big.png"), HugePng()));
+        QVERIFY(WriteBytes(Path("about.htm"), {}));
+
+        // The sample map over its picture.
+        QVERIFY(QFile::copy(VANTREL_SOURCE_DIR "/examples/harbour.png", Path("harbour.png")));
+        MapDocument sample =
+            MapFile::OpenMapFile(QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp"))
+                .document;
+        QVERIFY(sample.ItemCount() >= 0);
+        sample.ImagePath = m_dir.path() + QLatin1Char('/');
+        sample.MapStyle = 2;
+        QVERIFY(MapFile::SaveMap(sample, Path("sample.imp")).ok);
     }
 
     void failures_data()
@@ -75,11 +90,17 @@ private slots:
               QStringList{"links", "--timeout", "soon", "a.imp"},
               QStringList{"dump", "--base", "x", "a.imp"}})
             QTest::addRow("usage: %s", qPrintable(arguments.join(' '))) << arguments << 2 << usage;
-        QTest::newRow("html of a map without shapes")
-            << QStringList{"html", "empty.imp"} << 1
-            << QByteArray("No shape areas have been created.\n");
-        QTest::newRow("dump of what is no map")
-            << QStringList{"dump", "pic.png"} << 1 << QByteArray("Error, map cannot be loaded.\n");
+        for (const char* format : {"classic", "html5", "svg"})
+            QTest::addRow("%s of a map without shapes", format)
+                << QStringList{"html", "--format", format, "empty.imp"} << 1
+                << QByteArray("No shape areas have been created.\n");
+        for (const char* command : {"dump", "lint", "links"})
+            QTest::addRow("%s of what is no map", command)
+                << QStringList{command, "pic.png"} << 1
+                << QByteArray("Error, map cannot be loaded.\n");
+        QTest::newRow("links of a missing map")
+            << QStringList{"links", "absent.imp"} << 1
+            << QByteArray("Error, map cannot be loaded.\nNo such file or directory\n");
         QTest::newRow("save into a missing folder")
             << QStringList{"save", "map.imp", "-o", "no/such/out.imp"} << 1
             << QByteArray("There was an error while trying to save the file.\n"
@@ -130,15 +151,6 @@ private slots:
 
     void commandsDoTheirWork()
     {
-        QCOMPARE(Cli({"html", "map.imp"}).out, Code(MapCodeGenerator::Form::Viewing).toUtf8());
-        Run run = Cli({"html", "map.imp", "--test"});
-        QCOMPARE(run.exitCode, 0);
-        QCOMPARE(run.out, Code(MapCodeGenerator::Form::Test).toUtf8());
-
-        QCOMPARE(Cli({"testpage", "map.imp", "-o", "page.htm"}).exitCode, 0);
-        QVERIFY(ReadBytes(Path("page.htm"))
-                    .endsWith(TestPage::Text(Code(MapCodeGenerator::Form::Test)).toUtf8()));
-
         // save records the new absolute path on line 2.
         QCOMPARE(Cli({"save", "map.imp", "-o", "copy.imp"}).exitCode, 0);
         QVERIFY(ReadBytes(Path("copy.imp"))
@@ -146,7 +158,7 @@ private slots:
 
         QVERIFY(WriteBytes(Path("code.html"), "<map name=\"x\">\n<area shape=\"poly\" "
                                               "coords=\"5,5,50,5,25,30\" href=\"b\">\n</map>"));
-        run = Cli({"import", "code.html", "--into", "map.imp", "-o", "imported.imp"});
+        Run run = Cli({"import", "code.html", "--into", "map.imp", "-o", "imported.imp"});
         QCOMPARE(run.exitCode, 0);
         QVERIFY(run.err.isEmpty());
         MapFile::ReadResult read = MapFile::OpenMapFile(Path("imported.imp"));
@@ -199,17 +211,184 @@ private slots:
         QCOMPARE(circle["ShapeColor"].toInt(), m_map.NonFocusColor);
     }
 
+    void htmlAndTestPageInEachFormat()
+    {
+        using Form = MapCodeGenerator::Form;
+        for (const QString map : {"map.imp", "sample.imp"}) {
+            for (MapFormat format : {MapFormat::Classic, MapFormat::Html5, MapFormat::Svg}) {
+                const QString name = MapFormats::Name(format);
+                Run run = Cli({"html", "--format", name, map});
+                QCOMPARE(run.exitCode, 0);
+                QCOMPARE(run.out, Expected(map, format, Form::Viewing).Text.toUtf8());
+                run = Cli({"html", map, "--test", "--format", name});
+                QCOMPARE(run.exitCode, 0);
+                QCOMPARE(run.out, Expected(map, format, Form::Test).Text.toUtf8());
+                QCOMPARE(Cli({"testpage", "--format", name, map, "-o", name + ".htm"}).exitCode, 0);
+                // The map with non-ASCII text gets a byte-order mark.
+                QCOMPARE(ReadBytes(Path(name + ".htm")),
+                         QByteArray(map == "map.imp" ? "\xEF\xBB\xBF" : "") +
+                             Expected(map, format, Form::Test).TestPageText(format).toUtf8());
+            }
+        }
+        // Classic stays the default.
+        QCOMPARE(Cli({"html", "map.imp"}).out, Cli({"html", "--format", "classic", "map.imp"}).out);
+        QVERIFY(ReadBytes(Path("html5.htm")).startsWith("<!DOCTYPE html>"));
+    }
+
+    void lintPrintsFindings()
+    {
+        Run run = Cli({"lint", "sample.imp"});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.out.isEmpty() && run.err.isEmpty());
+
+        MapDocument map = MapFile::OpenMapFile(Path("sample.imp")).document;
+        map.SetComment(0, QString());
+        map.SetURL(2, QStringLiteral("#"));
+        QVERIFY(MapFile::SaveMap(map, Path("faulty.imp")).ok);
+        run = Cli({"lint", "faulty.imp"});
+        QCOMPARE(run.exitCode, 3);
+        QCOMPARE(run.out, QByteArray("Shape #1: warning: no alt text: screen readers and search "
+                                     "engines get nothing\n"
+                                     "Shape #3: warning: placeholder URL \"#\": the area leads "
+                                     "nowhere\n"));
+        run = Cli({"lint", "--json", "faulty.imp"});
+        QCOMPARE(run.exitCode, 3);
+        const QJsonArray findings = QJsonDocument::fromJson(run.out).array();
+        QCOMPARE(findings.size(), 2);
+        QCOMPARE(findings[1].toObject().value("shape").toInt(), 3);
+        QCOMPARE(findings[1].toObject().value("severity").toString(), QStringLiteral("warning"));
+        QCOMPARE(findings[1].toObject().value("place").toString(), QStringLiteral("Shape #3"));
+    }
+
+    void importWithOptions()
+    {
+        QVERIFY(WriteBytes(Path("code.html"),
+                           "<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
+                           "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
+                           "title='Caf&eacute;'><area shape=default href=Rest.htm></map>"));
+        const MapDocument before = MapFile::OpenMapFile(Path("sample.imp")).document;
+
+        Run run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "kept.imp",
+                       "--keep-text", "--map", "Second"});
+        QCOMPARE(run.exitCode, 0);
+        MapDocument kept = MapFile::OpenMapFile(Path("kept.imp")).document;
+        QCOMPARE(kept.ItemCount(), std::int16_t(0));
+        QCOMPARE(kept.Shape(0).URL, QStringLiteral("Two.htm"));
+        QCOMPARE(kept.Shape(0).StatusString, QString::fromUtf8("Caf\xc3\xa9"));
+        QCOMPARE(kept.DefURL, QStringLiteral("Rest.htm"));
+        QCOMPARE(kept.MapName, QStringLiteral("Second"));
+
+        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "added.imp", "--keep-text",
+                   "--add"});
+        QCOMPARE(run.exitCode, 0);
+        MapDocument added = MapFile::OpenMapFile(Path("added.imp")).document;
+        QCOMPARE(added.ItemCount(), std::int16_t(before.ItemCount() + 1));
+        QCOMPARE(added.Shape(added.ItemCount()).URL, QStringLiteral("One.htm"));
+        QCOMPARE(added.MapName, before.MapName);
+
+        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--keep-text",
+                   "--map", "Third"});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.err, QByteArray("The code holds no map named \"Third\".\n"));
+        run = Cli(
+            {"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--map", "First"});
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(!QFile::exists(Path("none.imp")));
+    }
+
+    void printsOneLinePerLink()
+    {
+        const QString server = m_server.Url("").toString();
+        // Every status comes from the link table (checked on its own); here, how each kind
+        // is printed.
+        SaveMap("all.imp",
+                {server + "/ok", server + "/moved", server + "/missing", server + "/slow",
+                 "about.htm", "gone.htm", "mailto:ann@x.org"},
+                QString());
+        const Run run = Cli({"links", "--timeout", "0.5", "all.imp"});
+        QCOMPARE(run.exitCode, 3);
+        QCOMPARE(run.err, QByteArray());
+        const QString folder = QUrl::fromLocalFile(m_dir.path()).toString();
+        const QStringList expected{
+            "Shape #1\tOK 200\t" + server + "/ok",
+            "Shape #2\tMoved → " + server + "/ok\t" + server + "/moved",
+            "Shape #3\tBroken 404\t" + server + "/missing",
+            "Shape #4\tTimed out\t" + server + "/slow",
+            // Without a base, relative links are files beside the picture.
+            "Shape #5\tOK (file)\t" + folder + "/about.htm",
+            "Shape #6\tFile missing\t" + folder + "/gone.htm",
+            "Shape #7\tNot checked (mailto)\tmailto:ann@x.org",
+            "Default area\tNo address\t",
+        };
+        QCOMPARE(QString::fromUtf8(run.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts), expected);
+    }
+
+    void jsonAndExitStatus()
+    {
+        SaveMap("relative.imp", {"ok", "nohead#part"}, QStringLiteral("moved"));
+        const QString base = m_server.Url("/").toString();
+        const Run plain = Cli({"links", "--base", base, "relative.imp"});
+        QCOMPARE(plain.exitCode, 0);
+        QCOMPARE(plain.out,
+                 ("Shape #1\tOK 200\t" + base + "ok\nShape #2\tOK 200\t" + base +
+                  "nohead#part\nDefault area\tMoved → " + base + "ok\t" + base + "moved\n")
+                     .toUtf8());
+
+        const Run run = Cli({"links", "--json", "--base", base, "relative.imp"});
+        QCOMPARE(run.exitCode, 0);
+        const QJsonObject json = QJsonDocument::fromJson(run.out).object();
+        QCOMPARE(json.value("broken").toInt(), 0);
+        QCOMPARE(json.value("summary").toString(),
+                 QStringLiteral("3 links: 0 broken, 2 OK, 1 moved."));
+        const QJsonArray links = json.value("links").toArray();
+        QCOMPARE(links.size(), 3);
+        QCOMPARE(links[2].toObject(), (QJsonObject{{"link", "Default area"},
+                                                   {"url", "moved"},
+                                                   {"address", base + "moved"},
+                                                   {"status", "Moved → " + base + "ok"},
+                                                   {"state", "moved"},
+                                                   {"code", 200},
+                                                   {"final", base + "ok"},
+                                                   {"broken", false}}));
+
+        // A broken link turns the exit status to 3, in JSON too.
+        SaveMap("broken.imp", {m_server.Url("/missing").toString()}, QString());
+        const Run broken = Cli({"links", "--json", "broken.imp"});
+        QCOMPARE(broken.exitCode, 3);
+        const QJsonObject first =
+            QJsonDocument::fromJson(broken.out).object().value("links").toArray()[0].toObject();
+        QCOMPARE(first.value("status").toString(), QStringLiteral("Broken 404"));
+        QCOMPARE(first.value("code").toInt(), 404);
+        QCOMPARE(first.value("broken").toBool(), true);
+        QVERIFY(Cli({"--help"}).out.contains("links [--base URL] [--json]"));
+    }
+
 private:
     Run Cli(const QStringList& arguments) const { return RunCli(m_dir.path(), arguments); }
     QString Path(const QString& name) const { return m_dir.filePath(name); }
-    QString Code(MapCodeGenerator::Form form) const
+    FormattedMapCode Expected(const QString& name, MapFormat format,
+                              MapCodeGenerator::Form form) const
     {
-        MapDocument map = MapFile::OpenMapFile(Path("map.imp")).document;
-        return MapCodeGenerator::GenerateMapCode(map, form);
+        MapDocument map = MapFile::OpenMapFile(Path(name)).document;
+        return FormattedMapCode::Generate(map, format, form);
+    }
+    // Saves a map over pic.png whose shapes link to Urls, the default area to DefURL.
+    void SaveMap(const QString& name, const QStringList& urls, const QString& defURL) const
+    {
+        MapDocument map;
+        map.ImagePath = m_dir.path() + QLatin1Char('/');
+        map.ImageName = QStringLiteral("pic.png");
+        map.RealWidth = map.SWidth = 120;
+        map.RealHeight = map.SHeight = 80;
+        for (const QString& url : urls)
+            AddShapeRow(map, "1|0,0,10,0,10,10,0,10|" + url + "||||0|");
+        map.DefURL = defURL;
+        QVERIFY(MapFile::SaveMap(map, Path(name)).ok);
     }
 
     QTemporaryDir m_dir;
     MapDocument m_map; // three shapes over pic.png, saved as map.imp
+    LocalHttpServer m_server;
 };
 
 QTEST_GUILESS_MAIN(TestCli)
