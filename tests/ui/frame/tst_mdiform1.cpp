@@ -1,24 +1,30 @@
 #include "FileBytes.h"
 #include "FrameFixture.h"
+#include "ShapeRow.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/forms/RecentFiles.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/MapFindingsModel.h"
 #include "core/interchange/PictureLoader.h"
 #include "ui/frame/QtModalUi.h"
 #include "ui/frame/RecentMapsMenu.h"
 #include "ui/frame/ToolStrip.h"
+#include "ui/tools/MapCheckWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMimeData>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QStandardPaths>
 #include <QToolButton>
+#include <QTreeView>
 #include <QUrl>
 
 // End-to-end flows through the main window, with scripted dialogs, and files the desktop
@@ -100,7 +106,8 @@ private slots:
             "MapColors=&Map Colors|ShapeProperties=&Shape Properties|optionssplit=-|"
             "Shapes=&Draw Mode|RectangleMode=&Rectangle|CircleMode=&Circle|"
             "PolygonMode=&Polygon|pointermode=P&ointer|tools=&Tools|"
-            "ConvertToShapes=&Convert HTML Code to Map|mnuURLChecker=&URL Checker|"
+            "ConvertToShapes=&Convert HTML Code to Map|mnuURLChecker=&URL "
+            "Checker|mnuCheckMap=Check Map|"
             "TheWindow=&Window|Cascade=&Cascade|Tile=&Tile|arrangeicons=&Arrange Icons|"
             "HelpFileMenu=&Help|HelpFile=&Help File|corvaneonline=&Corvane Online|"
             "mnuhelpsplit=-|mnuCredits=&Credits|btnNewImage=New Image|btnOpen=Load Map|"
@@ -360,6 +367,66 @@ private slots:
         // A modified map has its star, as in its title bar; the placeholder never shows.
         m_frame->ActiveMapWindow()->setWindowModified(true);
         QCOMPARE(Captions(menu, 4), QStringList({"&1 harbour && sea.png", "&2 plan.png*<"}));
+    }
+
+    // Tools > Check Map: from the menu to the finding and back to its shape.
+    void checkMapLeadsBackToTheShapes()
+    {
+        QStringList names;
+        for (QAction* action : Child<QMenu>(*m_frame, "tools")->actions())
+            names << action->objectName();
+        QCOMPARE(names, QStringList({"ConvertToShapes", "mnuURLChecker", "mnuCheckMap"}));
+        // Like the other tools, it needs an open map.
+        QAction* check = Child<QAction>(*m_frame, "mnuCheckMap");
+        QVERIFY(!check->isEnabled());
+        check->trigger();
+        QVERIFY(!m_frame->findChild<MapCheckWindow*>());
+        // Wider than the window: some shapes lie out of view.
+        MapDocument& d = NewMap(2800, 300)->Document();
+        AddShapeRow(d, "1|10,10,100,10,100,100,10,100|a.htm|Big|||0|");
+        AddShapeRow(d, "1|20,20,40,20,40,40,20,40|b.htm|Hidden|||0|");
+        AddShapeRow(d, "1|2400,10,2450,10,2450,60,2400,60|#||||0|");
+        d.BringToTop(0);
+        check->trigger();
+        auto* window = m_frame->findChild<MapCheckWindow*>("MapCheckWindow");
+        QVERIFY(window && window->isVisible());
+        QVERIFY(!window->isModal());
+        QCOMPARE(window->windowTitle(), QStringLiteral("Check Map"));
+        const MapFindingsModel& model = window->Findings();
+        QCOMPARE(model.rowCount(), 3);
+        QCOMPARE(model.index(0, 0).data().toString(), QStringLiteral("Shape #2"));
+        QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("Shape #3"));
+        QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("3 findings."));
+
+        // A double click on the hidden shape's finding brings that shape to the top.
+        auto* list = window->findChild<QTreeView*>("lstFindings");
+        const QRect row = list->visualRect(model.index(0, 2));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+        QCOMPARE(d.ShapeOrder().front(), std::int16_t(1));
+        // Enter on the next one does the same, and scrolls the map to the shape.
+        list->setFocus();
+        list->setCurrentIndex(model.index(1, 0));
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(d.ShapeOrder().front(), std::int16_t(2));
+        const QScrollBar* across = m_frame->ActiveMapWindow()->findChild<QScrollBar*>("HScroll1");
+        QVERIFY(across->value() > 1800 && across->value() < 2200);
+        QCOMPARE(m_frame->ActiveMapWindow()->UndoStack().undoText(),
+                 QStringLiteral("Bring to Top"));
+
+        // Fix the problems, check again: the hidden shape moved into the open.
+        d.SetURL(2, QStringLiteral("c.htm"));
+        d.SetComment(2, QStringLiteral("C"));
+        const QPoint corners[] = {{150, 150}, {170, 150}, {170, 170}, {150, 170}};
+        for (std::int16_t p = 0; p < 4; ++p)
+            d.Shape(1).SetPoint(p, corners[p].x(), corners[p].y());
+        QTest::mouseClick(window->findChild<QPushButton*>("btnCheckAgain"), Qt::LeftButton);
+        QCOMPARE(model.rowCount(), 0);
+        QVERIFY(window->findChild<QLabel*>("lblSummary")->text().endsWith("no problems found."));
+
+        // Reused, not stacked up, on the next check.
+        check->trigger();
+        QCOMPARE(m_frame->findChildren<MapCheckWindow*>().size(), 1);
     }
 
     // Every tool window opens from its menu item or button through the frame's dialog hook;
