@@ -22,10 +22,6 @@
 #include <QTest>
 #include <memory>
 
-const QString TwoMaps = "<map name=\"Top\"><area shape=rect coords=1,1,5,5 href=A.htm></map>"
-                        "<MAP NAME=\"Bottom\"><AREA SHAPE=CIRCLE COORDS=20,20,5 HREF=B.htm>"
-                        "<AREA SHAPE=RECT COORDS=0,0,9,9 HREF=C.htm></MAP>";
-
 // A map's HTML code: shown in the format chosen and copied, tried in a browser, and read
 // back into shapes with the import dialog's two options as a user ticks them.
 class TestHtmlCode : public QObject
@@ -148,8 +144,15 @@ private slots:
         MapFormatSetting::Save(MapFormat::Classic);
     }
 
-    void importReadsUpperCaseTags()
+    // The options start off: the dialog converts as it always did, tags of any case, text
+    // lower-cased.
+    void optionsStartOffAndReadUpperCaseTags()
     {
+        auto* keep = m_s->dialog.findChild<QCheckBox*>("chkKeepText");
+        auto* add = m_s->dialog.findChild<QCheckBox*>("chkAddShapes");
+        QCOMPARE(keep->text(), QStringLiteral("&Keep text as written"));
+        QCOMPARE(add->text(), QStringLiteral("&Add to the current shapes"));
+        QVERIFY(!keep->isChecked() && !add->isChecked());
         Generate(QStringLiteral(
             "<MAP NAME=\"Shop\">\n"
             "<AREA SHAPE=RECT COORDS=\"10,20,60,80\" HREF=\"Pages/Shoes.HTM\" "
@@ -161,7 +164,6 @@ private slots:
         QCOMPARE(Doc().Shape(0).GetShapeType(), std::int16_t(Rectangle));
         QCOMPARE(Doc().GetURL(0), QStringLiteral("pages/shoes.htm"));
         QCOMPARE(Doc().GetComment(0), QStringLiteral("shoes"));
-        QCOMPARE(Doc().Shape(1).GetShapeType(), std::int16_t(Circle));
         QCOMPARE(Doc().DefURL, QStringLiteral("index.htm"));
         QCOMPARE(Doc().DefComment, QStringLiteral("home"));
     }
@@ -192,30 +194,16 @@ private slots:
         QCOMPARE(Doc().DefURL, QStringLiteral("old.htm"));
     }
 
-    void optionsStartOff()
+    // What the lossless reading keeps is its own test's; here, that the option reaches it.
+    void keepTextKeepsCase()
     {
-        auto* keep = m_s->dialog.findChild<QCheckBox*>("chkKeepText");
-        auto* add = m_s->dialog.findChild<QCheckBox*>("chkAddShapes");
-        QCOMPARE(keep->text(), QStringLiteral("&Keep text as written"));
-        QCOMPARE(add->text(), QStringLiteral("&Add to the current shapes"));
-        // Off, the dialog converts as it always did: tags of any case, text lower-cased.
-        QVERIFY(!keep->isChecked() && !add->isChecked());
-    }
-
-    void keepTextKeepsCaseTitlesAndAlerts()
-    {
-        Generate(
-            "<map name=\"Nav Bar\"><area shape=\"rect\" coords=\"1,2,30,40\" href=\"Page.HTM\" "
-            "alt=\"Caf&eacute;\" title=\"Go &amp; see\" onclick=\"alert('Hi!')\"></map>",
-            true, false);
+        Generate("<map name=\"Nav Bar\"><area shape=\"rect\" coords=\"1,2,30,40\" "
+                 "href=\"Page.HTM\" title=\"Go &amp; see\"></map>",
+                 true, false);
         QCOMPARE(m_s->dialog.result(), int(QDialog::Accepted));
         QCOMPARE(Doc().ItemCount(), std::int16_t(0));
-        const PatShape& s = Doc().Shape(0);
-        QCOMPARE(s.URL, QStringLiteral("Page.HTM"));
-        QCOMPARE(s.Comment, QString::fromUtf8("Caf\xc3\xa9"));
-        QCOMPARE(s.StatusString, QStringLiteral("Go & see"));
-        QCOMPARE(s.AlertString, QStringLiteral("Hi!"));
-        QVERIFY(s.AlertBox != 0);
+        QCOMPARE(Doc().Shape(0).URL, QStringLiteral("Page.HTM"));
+        QCOMPARE(Doc().Shape(0).StatusString, QStringLiteral("Go & see"));
         QCOMPARE(Doc().MapName, QStringLiteral("Nav Bar"));
         QVERIFY(m_s->host.ui.messages.isEmpty());
     }
@@ -232,30 +220,28 @@ private slots:
 
     void theUserPicksOneOfSeveralMaps()
     {
-        m_s->host.ui.choiceAnswers.enqueue(1);
-        Generate(TwoMaps, true, true);
-        QCOMPARE(m_s->host.ui.choices,
-                 QStringList({ImportWithOptions::ChooseMapPrompt() +
-                              "|Convert HTML to Map|Top (1 areas);Bottom (2 areas)"}));
-        QCOMPARE(Doc().ItemCount(), std::int16_t(2));
-        QCOMPARE(Doc().Shape(1).URL, QStringLiteral("B.htm"));
-        QCOMPARE(Doc().Shape(2).URL, QStringLiteral("C.htm"));
-    }
-
-    void cancellingThePickChangesNothing()
-    {
+        const QString twoMaps =
+            "<map name=\"Top\"><area shape=rect coords=1,1,5,5 href=A.htm></map><MAP "
+            "NAME=\"Bottom\"><AREA SHAPE=CIRCLE COORDS=20,20,5 HREF=B.htm><AREA SHAPE=RECT "
+            "COORDS=0,0,9,9 HREF=C.htm></MAP>";
+        // Cancelling the pick, or a failure, leaves the map and the dialog as they were.
         m_s->host.ui.choiceAnswers.enqueue(std::nullopt);
-        Generate(TwoMaps, true, false);
+        Generate(twoMaps, true, false);
+        Generate("<map name=x><area shape=rect coords=\"1,x\"></map>", true, false);
+        QCOMPARE(m_s->host.ui.messageTexts(),
+                 QStringList({"Area #1 has coordinates that cannot be read: \"1,x\"."}));
         QCOMPARE(Doc().ItemCount(), std::int16_t(0));
         QCOMPARE(Doc().Shape(0).URL, QStringLiteral("old.htm"));
         QVERIFY(m_s->dialog.isVisible());
 
-        // A failure leaves the map and the dialog as they were, with the reason.
-        Generate("<map name=x><area shape=rect coords=\"1,x\"></map>", true, false);
-        QCOMPARE(m_s->host.ui.messageTexts(),
-                 QStringList({"Area #1 has coordinates that cannot be read: \"1,x\"."}));
-        QCOMPARE(Doc().Shape(0).URL, QStringLiteral("old.htm"));
-        QVERIFY(m_s->dialog.isVisible());
+        m_s->host.ui.choiceAnswers.enqueue(1);
+        Generate(twoMaps, true, true);
+        QCOMPARE(m_s->host.ui.choices,
+                 QStringList(2, ImportWithOptions::ChooseMapPrompt() +
+                                    "|Convert HTML to Map|Top (1 areas);Bottom (2 areas)"));
+        QCOMPARE(Doc().ItemCount(), std::int16_t(2));
+        QCOMPARE(Doc().Shape(1).URL, QStringLiteral("B.htm"));
+        QCOMPARE(Doc().Shape(2).URL, QStringLiteral("C.htm"));
     }
 
 private:
@@ -269,8 +255,6 @@ private:
             QTest::mouseClick(keep, Qt::LeftButton, {}, QPoint(5, keep->height() / 2));
         if (adding->isChecked() != add)
             QTest::mouseClick(adding, Qt::LeftButton, {}, QPoint(5, adding->height() / 2));
-        QCOMPARE(keep->isChecked(), keepText);
-        QCOMPARE(adding->isChecked(), add);
         QTest::mouseClick(m_s->dialog.findChild<QPushButton*>("Command1"), Qt::LeftButton);
     }
     MapDocument& Doc() { return m_s->map.Document(); }
