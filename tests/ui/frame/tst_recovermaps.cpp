@@ -131,7 +131,6 @@ private slots:
         QCOMPARE(rows, QStringList{QStringLiteral("plan.imp|pic.png")});
 
         ShapeCanvas* map = next.frame.ActiveMapWindow();
-        QVERIFY(map != nullptr);
         QCOMPARE(MapFile::MapBytes(map->Document(), saved), lastKept);
         QVERIFY(map->IsModified());
         QCOMPARE(map->FileName(), saved);
