@@ -15,8 +15,6 @@ public:
     DrawingMode mode = DrawingMode::Pointer;
     ShapeCanvas* active = nullptr;
     QString statusText;
-    QList<bool> commandsEnabled;
-    int propertiesShown = 0;
     int propertiesTab = 0;
     QStringList codeShown;
     ScriptedModalUi ui;
@@ -24,13 +22,9 @@ public:
     DrawingMode CurrentDrawingMode() const override { return mode; }
     void SetStatusText(const QString& Text) override { statusText = Text; }
     ShapeCanvas* ActiveMapWindow() const override { return active; }
-    void SetMapCommandsEnabled(bool Enabled) override { commandsEnabled.append(Enabled); }
+    void SetMapCommandsEnabled(bool) override {}
     ModalUi& Dialogs() override { return ui; }
-    void ShowShapeProperties(ShapeCanvas&, int TheIndex) override
-    {
-        ++propertiesShown;
-        propertiesTab = TheIndex;
-    }
+    void ShowShapeProperties(ShapeCanvas&, int TheIndex) override { propertiesTab = TheIndex; }
     void ShowGeneratedCode(const QString& Code) override { codeShown.append(Code); }
     void ShowUrlChecker(ShapeCanvas&) override {}
 };

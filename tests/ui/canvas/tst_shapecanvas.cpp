@@ -184,7 +184,7 @@ private slots:
         QCOMPARE(QColor(shot.pixel(180, 140)), QColor(Qt::white));
     }
 
-    void zoomRescalesPointsAndKeepsHtml()
+    void zoomRescalesPointsKeepsHtmlAndViewScale()
     {
         NewCanvas(400, 300);
         Draw(Mode::Rectangle, {11, 21}, {101, 151});
@@ -200,6 +200,14 @@ private slots:
         QCOMPARE(Doc().Shape(0).Points(), Box({6, 10}, {50, 76}));
         m_canvas->SetZoomLevel(1.0);
         QCOMPARE(Doc().Shape(1).GenerateHTML(), html1);
+        // The map's zoom leaves the view scale, and multiplies with it.
+        m_canvas->SetViewScale(2.0);
+        m_canvas->SetZoomLevel(1.5);
+        QCOMPARE(m_canvas->ViewScaleFactor(), 2.0);
+        QCOMPARE(Surface()->size(), QSize(1200, 900));
+        QCOMPARE(m_canvas->HoldImageBuffer().size(), QSize(600, 450));
+        m_canvas->ActualSize();
+        QCOMPARE(Surface()->size(), QSize(600, 450));
     }
 
     void scrollBarRangesAndSteps()
@@ -369,37 +377,30 @@ private slots:
         Consistent();
     }
 
-    void enterClosesOnlyFromThreeVertices()
+    // Enter, or a command, closes a polygon of three vertices; a command abandons a
+    // shorter one, as Escape does.
+    void enterAndCommandsSettleThePolygon()
     {
-        NewCanvas();
-        Draw(Mode::Rectangle, {200, 200}, {250, 250});
-        StartPolygon({{10, 10}, {100, 10}});
-        Key(Qt::Key_Return);
-        QVERIFY(Doc().PolygonInProgress);
-        StartPolygon({{100, 100}});
-        Key(Qt::Key_Enter);
-        QVERIFY(!Doc().PolygonInProgress);
-        QCOMPARE(Doc().Shape(1).Points(), Triangle());
-        QCOMPARE(Doc().ShapeOrder().front(), std::int16_t(1));
-        QVERIFY(!m_canvas->PointerConfined());
-        Consistent();
-    }
-
-    void commandsSettleThePolygonFirst()
-    {
-        NewCanvas();
-        Draw(Mode::Rectangle, {200, 200}, {250, 250});
         PatShape copied;
-        QVERIFY(m_canvas->SetShapeEqualToTopShape(copied));
-        // Three vertices: closed as Enter closes it, and the paste lands on top.
-        StartPolygon({{10, 10}, {100, 10}, {100, 100}});
-        m_canvas->SetNewShape(copied);
-        QVERIFY(!Doc().PolygonInProgress);
-        QVERIFY(!m_canvas->PointerConfined());
-        QCOMPARE(Doc().Shape(1).Points(), Triangle());
-        QCOMPARE(Doc().ItemCount(), std::int16_t(2));
-        QCOMPARE(Doc().ShapeOrder().front(), std::int16_t(2));
-        Consistent();
+        for (const bool enter : {true, false}) {
+            NewCanvas();
+            Draw(Mode::Rectangle, {200, 200}, {250, 250});
+            QVERIFY(m_canvas->SetShapeEqualToTopShape(copied));
+            StartPolygon({{10, 10}, {100, 10}});
+            Key(Qt::Key_Return); // too few vertices
+            QVERIFY(Doc().PolygonInProgress);
+            StartPolygon({{100, 100}});
+            if (enter)
+                Key(Qt::Key_Enter);
+            else
+                m_canvas->SetNewShape(copied); // and the paste lands on top
+            QVERIFY(!Doc().PolygonInProgress);
+            QVERIFY(!m_canvas->PointerConfined());
+            QCOMPARE(Doc().Shape(1).Points(), Triangle());
+            QCOMPARE(Doc().ItemCount(), std::int16_t(enter ? 1 : 2));
+            QCOMPARE(Doc().ShapeOrder().front(), Doc().ItemCount());
+            Consistent();
+        }
         // Each is a step of its own.
         QCOMPARE(m_canvas->UndoStack().undoText(), QStringLiteral("Paste Shape"));
         m_canvas->UndoStack().undo();
@@ -594,18 +595,6 @@ private slots:
             QTest::mouseMove(Surface(), at(127, 154));
             QCOMPARE(m_host->statusText, QStringLiteral("X:127 Y:154"));
         }
-    }
-
-    void mapZoomKeepsTheViewScale()
-    {
-        NewCanvas();
-        m_canvas->SetViewScale(2.0);
-        m_canvas->SetZoomLevel(1.5);
-        QCOMPARE(m_canvas->ViewScaleFactor(), 2.0);
-        QCOMPARE(Surface()->size(), QSize(1200, 900));
-        QCOMPARE(m_canvas->HoldImageBuffer().size(), QSize(600, 450));
-        m_canvas->ActualSize();
-        QCOMPARE(Surface()->size(), QSize(600, 450));
     }
 
     void fitShowsTheWholePicture()
