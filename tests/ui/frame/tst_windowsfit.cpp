@@ -67,10 +67,9 @@ class TestWindowsFit : public QObject, FrameFixture
     static void CheckFits(const QWidget& window)
     {
         const QScreen* screen = QGuiApplication::screenAt(window.frameGeometry().center());
-        QVERIFY2(screen != nullptr, qPrintable(Where(window)));
-        const QRect available = screen->availableGeometry();
-        QVERIFY2(available.contains(window.frameGeometry()), qPrintable(Where(window)));
-        QVERIFY2(window.width() >= window.minimumSizeHint().width() &&
+        QVERIFY2(screen != nullptr &&
+                     screen->availableGeometry().contains(window.frameGeometry()) &&
+                     window.width() >= window.minimumSizeHint().width() &&
                      window.height() >= window.minimumSizeHint().height(),
                  qPrintable(Where(window)));
     }
