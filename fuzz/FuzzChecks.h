@@ -15,16 +15,12 @@
 // that the crash report says more than "abort".
 namespace FuzzChecks {
 
-[[noreturn]] inline void Fail(const QString& What)
-{
-    std::fprintf(stderr, "check failed: %s\n", What.toUtf8().constData());
-    std::abort();
-}
-
 inline void Expect(bool Holds, const QString& What)
 {
-    if (!Holds)
-        Fail(What);
+    if (Holds)
+        return;
+    std::fprintf(stderr, "check failed: %s\n", What.toUtf8().constData());
+    std::abort();
 }
 
 // A map file path in a folder that also holds the picture "pic.png".

@@ -4,8 +4,8 @@
 #include "core/interchange/MapArea.h"
 #include "core/interchange/MapCodeGenerator.h"
 
+#include <QRegularExpression>
 #include <QString>
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -17,29 +17,20 @@ using FuzzChecks::Expect;
 
 namespace {
 
-bool IsBlank(const QString& Value)
-{
-    return std::all_of(Value.begin(), Value.end(), [](QChar c) { return c == QLatin1Char(' '); });
-}
-
 // The classic code writes values as they are, inside double quotes: a value with a quote,
 // an angle bracket or a line break in it, or with something that reads as a further
 // attribute (a blank and later an equals sign), cannot come back unchanged.
 bool Carried(const QString& Value)
 {
-    for (const QChar c : Value) {
-        if (c == QLatin1Char('"') || c == QLatin1Char('<') || c == QLatin1Char('>') ||
-            c == QLatin1Char('\r') || c == QLatin1Char('\n') || c == QLatin1Char('\t'))
-            return false;
-    }
-    const qsizetype blank = Value.indexOf(QLatin1Char(' '));
-    return blank < 0 || Value.indexOf(QLatin1Char('='), blank) < 0;
+    static const QRegularExpression breaks(QStringLiteral("[\"<>\r\n\t]| .*="),
+                                           QRegularExpression::DotMatchesEverythingOption);
+    return !breaks.match(Value).hasMatch();
 }
 
 // A blank value is left out of the code (a blank link becomes "#").
 QString AsWritten(const QString& Value, const QString& WhenBlank = QString())
 {
-    return IsBlank(Value) ? WhenBlank : Value;
+    return QString(Value).remove(QLatin1Char(' ')).isEmpty() ? WhenBlank : Value;
 }
 
 void SameText(const QString& Expected, const QString& Actual, const char* Field, std::size_t i)

@@ -41,6 +41,8 @@ void CheckForm(MapDocument& Document, MapCodeGenerator::Form Form)
     const QString classic = MapCodeGenerator::GenerateMapCode(copy, Form);
     Expect(FormattedMapCode::Generate(Document, MapFormat::Classic, Form).Text == classic,
            QStringLiteral("the classic format is the classic generator's code"));
+    Expect(classic.isEmpty() == (Document.ItemCount() < 0),
+           QStringLiteral("code is empty exactly when there are no shapes"));
     if (classic.isEmpty())
         return;
 

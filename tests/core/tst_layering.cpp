@@ -89,44 +89,32 @@ QString where(const Include& inc)
     return QStringLiteral("%1:%2: #include %3").arg(inc.file).arg(inc.line).arg(inc.target);
 }
 
-// Folders that include each other, directly or round a longer loop.
+// Includes whose folder is reached back from the folder they include: folders that
+// include each other, directly or round a longer loop.
 QStringList folderCycles(const QList<Include>& includes)
 {
-    QMap<QString, QMap<QString, Include>> edges; // from folder -> to folder -> one example
+    QMap<QString, QSet<QString>> edges; // from folder -> the folders it includes
     for (const Include& inc : includes) {
-        const QString from = folderOf(inc.file), to = folderOf(inc.target);
-        if (inc.quoted && !to.isEmpty() && from != to && !edges[from].contains(to))
-            edges[from].insert(to, inc);
+        if (inc.quoted)
+            edges[folderOf(inc.file)].insert(folderOf(inc.target));
     }
-    const auto reached = [&edges](const QString& start) {
+    const auto reaches = [&edges](const QString& from, const QString& to) {
         QSet<QString> seen;
-        QStringList todo{start};
+        QStringList todo{from};
         while (!todo.isEmpty()) {
-            for (const QString& next : edges.value(todo.takeLast()).keys()) {
+            for (const QString& next : edges.value(todo.takeLast())) {
                 if (!seen.contains(next))
                     todo.append(*seen.insert(next));
             }
         }
-        return seen;
+        return seen.contains(to);
     };
     QStringList problems;
-    QSet<QString> reported;
-    for (const QString& folder : edges.keys()) {
-        if (reported.contains(folder) || !reached(folder).contains(folder))
-            continue;
-        QStringList group, lines;
-        for (const QString& other : reached(folder))
-            if (reached(other).contains(folder))
-                group.append(other);
-        group.sort();
-        for (const QString& a : group)
-            for (const QString& b : group)
-                if (edges.value(a).contains(b))
-                    lines.append(where(edges.value(a).value(b)));
-        reported.unite(QSet<QString>(group.begin(), group.end()));
-        problems.append(
-            QStringLiteral("folders include each other (%1):\n  %2")
-                .arg(group.join(QLatin1String(", ")), lines.join(QLatin1String("\n  "))));
+    for (const Include& inc : includes) {
+        const QString from = folderOf(inc.file), to = folderOf(inc.target);
+        if (inc.quoted && !to.isEmpty() && from != to && reaches(to, from))
+            problems.append(where(inc) +
+                            QStringLiteral(" (folders include each other: %1, %2)").arg(from, to));
     }
     return problems;
 }

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QUrl>
 #include <memory>
+#include <numeric>
 
 // A small HTTP server on 127.0.0.1, on a thread of its own so that a test may block
 // (waiting for a process, say) while it answers. Each path behaves in one way:
@@ -54,30 +55,17 @@ public:
     }
     int Requests(const QString& MethodAndPath) const
     {
-        QMutexLocker lock(&m_mutex);
-        return m_requests.value(MethodAndPath);
+        return Locked(m_requests).value(MethodAndPath);
     }
     int TotalRequests() const
     {
-        QMutexLocker lock(&m_mutex);
-        int total = 0;
-        for (const int count : m_requests)
-            total += count;
-        return total;
+        const QHash<QString, int> requests = Locked(m_requests);
+        return std::accumulate(requests.begin(), requests.end(), 0);
     }
     // Bytes of body sent by /huge, all requests together.
-    qint64 HugeBytesSent() const
-    {
-        QMutexLocker lock(&m_mutex);
-        return m_hugeBytes;
-    }
-
+    qint64 HugeBytesSent() const { return Locked(m_hugeBytes); }
     // The most connections that were open at once.
-    int MaxOpenConnections() const
-    {
-        QMutexLocker lock(&m_mutex);
-        return m_maxOpen;
-    }
+    int MaxOpenConnections() const { return Locked(m_maxOpen); }
 
 private:
     // Runs on the server's thread.
@@ -125,24 +113,20 @@ private:
             SendHuge(Socket, Path == QLatin1String("/huge") ? "200 OK" : "404 Not Found");
             return;
         }
-        if (Path == QLatin1String("/ok") || Path.startsWith(QLatin1String("/ok?")))
-            Reply(Socket, head, "200 OK");
-        else if (Path == QLatin1String("/moved"))
-            Reply(Socket, head, "301 Moved Permanently", "/ok");
-        else if (Path == QLatin1String("/missing"))
-            Reply(Socket, head, "404 Not Found");
-        else if (Path == QLatin1String("/error"))
-            Reply(Socket, head, "500 Internal Server Error");
-        else if (Path == QLatin1String("/unavailable"))
-            Reply(Socket, head, "503 Service Unavailable");
-        else if (Path == QLatin1String("/nohead") || Path.startsWith(QLatin1String("/huge")))
+        // Status and where it leads, by path; an unknown path is missing.
+        static const QHash<QString, std::pair<const char*, const char*>> answers{
+            {"/ok", {"200 OK", nullptr}},
+            {"/moved", {"301 Moved Permanently", "/ok"}},
+            {"/error", {"500 Internal Server Error", nullptr}},
+            {"/unavailable", {"503 Service Unavailable", nullptr}},
+            {"/loop", {"301 Moved Permanently", "/loop2"}},
+            {"/loop2", {"302 Found", "/loop"}}};
+        const auto [status, location] =
+            answers.value(Path.section(QLatin1Char('?'), 0, 0), {"404 Not Found", nullptr});
+        if (Path == QLatin1String("/nohead") || Path.startsWith(QLatin1String("/huge")))
             Reply(Socket, head, head ? "405 Method Not Allowed" : "200 OK");
-        else if (Path == QLatin1String("/loop"))
-            Reply(Socket, head, "301 Moved Permanently", "/loop2");
-        else if (Path == QLatin1String("/loop2"))
-            Reply(Socket, head, "302 Found", "/loop");
         else
-            Reply(Socket, head, "404 Not Found");
+            Reply(Socket, head, status, location);
     }
 
     static void Reply(QTcpSocket& Socket, bool Head, const char* Status,
@@ -176,6 +160,13 @@ private:
             m_hugeBytes += piece.size();
         });
         Socket.write(piece);
+    }
+
+    // A copy of a member the server's thread writes.
+    template <typename T> T Locked(const T& Member) const
+    {
+        QMutexLocker lock(&m_mutex);
+        return Member;
     }
 
     QThread m_thread;

@@ -48,34 +48,28 @@ public:
     bool Question(const QString& Text) override
     {
         questions.append(Text);
-        return answers.isEmpty() ? false : answers.dequeue();
+        return Next(answers, false);
     }
     SaveChoice AskToSaveChanges(const QString& Caption) override
     {
         saveQuestions.append(Caption);
-        return saveChoices.isEmpty() ? SaveChoice::Cancel : saveChoices.dequeue();
+        return Next(saveChoices, SaveChoice::Cancel);
     }
-    QString AskForPicture() override { return pictures.isEmpty() ? QString() : pictures.dequeue(); }
-    QString AskForMapToOpen() override
-    {
-        return mapsToOpen.isEmpty() ? QString() : mapsToOpen.dequeue();
-    }
-    QString AskForMapNameToSave() override
-    {
-        return mapNamesToSave.isEmpty() ? QString() : mapNamesToSave.dequeue();
-    }
+    QString AskForPicture() override { return Next(pictures); }
+    QString AskForMapToOpen() override { return Next(mapsToOpen); }
+    QString AskForMapNameToSave() override { return Next(mapNamesToSave); }
     std::optional<QString> Prompt(const QString& PromptText, const QString& Title,
                                   const QString& Default) override
     {
         prompts.append(PromptText + QLatin1Char('|') + Title + QLatin1Char('|') + Default);
-        return promptAnswers.isEmpty() ? std::nullopt : promptAnswers.dequeue();
+        return Next(promptAnswers);
     }
     std::optional<int> Choose(const QString& PromptText, const QString& Title,
                               const QStringList& Items) override
     {
         choices.append(PromptText + QLatin1Char('|') + Title + QLatin1Char('|') +
                        Items.join(QLatin1Char(';')));
-        return choiceAnswers.isEmpty() ? std::optional<int>(0) : choiceAnswers.dequeue();
+        return Next(choiceAnswers, std::optional<int>(0));
     }
     bool OpenWithDesktop(const QString& FileOrUrl) override
     {
@@ -89,5 +83,11 @@ public:
         for (const Shown& m : messages)
             texts.append(m.text);
         return texts;
+    }
+
+private:
+    template <typename T> static T Next(QQueue<T>& Queue, const T& WhenEmpty = T())
+    {
+        return Queue.isEmpty() ? WhenEmpty : Queue.dequeue();
     }
 };

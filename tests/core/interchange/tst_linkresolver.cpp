@@ -31,7 +31,6 @@ void TestLinkResolver::resolvesAsABrowserDoes_data()
     };
     // Absolute addresses stay as they are, whatever the base.
     row("https", "https://s.org/a?b=1#c", "http://b.net/", Kind::Web, "https://s.org/a?b=1#c");
-    row("http", "http://o.org/x", "http://b.net/", Kind::Web, "http://o.org/x");
     row("capitals", "HTTP://O.org/X", "b/", Kind::Web, "http://o.org/X");
     row("ftp", "ftp://f.org/f.zip", "http://b.net/", Kind::Other, "ftp://f.org/f.zip",
         "Not checked (ftp)");
@@ -39,10 +38,6 @@ void TestLinkResolver::resolvesAsABrowserDoes_data()
         "Not checked (mailto)");
     row("mailto with blanks", "mailto:a@x.org?subject=Hi there", "", Kind::Other,
         "mailto:a@x.org?subject=Hi there", "Not checked (mailto)");
-    row("tel", "tel:+441234567", "http://b.net/", Kind::Other, "tel:+441234567",
-        "Not checked (tel)");
-    row("javascript", "javascript:void(0)", "", Kind::Other, "javascript:void(0)",
-        "Not checked (javascript)");
     row("file url", "file:///srv/site/a.htm", "http://b.net/", Kind::File,
         "file:///srv/site/a.htm");
     row("file elsewhere", "file://nas/share/a.htm", "", Kind::Other, "file://nas/share/a.htm",
@@ -58,7 +53,6 @@ void TestLinkResolver::resolvesAsABrowserDoes_data()
     row("site root", "/a.html", "http://s.com/x/y/", Kind::Web, "http://s.com/a.html");
     row("same scheme", "//cdn.net/i.js", "https://s.com/", Kind::Web, "https://cdn.net/i.js");
     row("base without scheme", "p.htm", "www.s.com/x/", Kind::Web, "http://www.s.com/x/p.htm");
-    row("https base", "p.htm", "https://s.com/", Kind::Web, "https://s.com/p.htm");
     row("local folder base", "a/b.htm", "/srv/site/", Kind::File, "file:///srv/site/a/b.htm");
     row("ftp base", "f.zip", "ftp://f.org/pub/", Kind::Other, "ftp://f.org/pub/f.zip",
         "Not checked (ftp)");
@@ -66,13 +60,11 @@ void TestLinkResolver::resolvesAsABrowserDoes_data()
 
     // What cannot be used says why.
     row("empty", "", "http://s.com/", Kind::Empty, "", "No address");
-    row("blank", "   ", "", Kind::Empty, "", "No address");
     row("space", "my page.htm", "http://s.com/", Kind::Malformed, "",
         "Malformed: space in address");
     row("space in host", "http://exa mple.com/", "", Kind::Malformed, "",
         "Malformed: space in address");
     row("bad port", "http://s.com:99999/", "", Kind::Malformed, "", "Malformed: bad port");
-    row("letters for port", "http://s.com:abc/", "", Kind::Malformed, "", "Malformed: bad port");
     row("placeholder", "http://", "", Kind::Malformed, "", "Malformed: no host name");
     row("unknown scheme", "htp://s.com/", "http://b.net/", Kind::Malformed, "",
         "Malformed: unknown scheme \"htp\"");
@@ -106,27 +98,26 @@ void TestLinkResolver::relativeLinksWithoutBaseAreFilesNextToThePicture()
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
     const QString pictureFolder = root.filePath(QStringLiteral("site/img"));
-    const auto status = [&](const QString& link) {
-        const ResolvedLink resolved = LinkResolver(QString(), pictureFolder).Resolve(link);
+    const auto resolve = [](const QString& base, const QString& folder, const char* link) {
+        return LinkResolver(base, folder).Resolve(QString::fromUtf8(link));
+    };
+    const auto status = [&](const char* link) {
+        const ResolvedLink resolved = resolve(QString(), pictureFolder, link);
         return resolved.kind == Kind::File ? LinkChecker::CheckFile(resolved.url).Text()
                                            : resolved.status.Text();
     };
-    QCOMPARE(status(QStringLiteral("../index.htm")), QStringLiteral("OK (file)"));
-    QCOMPARE(status(QStringLiteral("b%20c.htm")), QStringLiteral("OK (file)"));
-    QCOMPARE(status(QStringLiteral("b%20c.htm#part")), QStringLiteral("OK (file)"));
-    QCOMPARE(status(QStringLiteral("gone.htm")), QStringLiteral("File missing"));
-    QCOMPARE(status(QStringLiteral("../img/gone.htm?x=1")), QStringLiteral("File missing"));
-    QCOMPARE(LinkResolver(QString(), pictureFolder).Resolve(QStringLiteral("../index.htm")).url,
+    QCOMPARE(status("../index.htm"), QStringLiteral("OK (file)"));
+    QCOMPARE(status("b%20c.htm"), QStringLiteral("OK (file)"));
+    QCOMPARE(status("b%20c.htm#part"), QStringLiteral("OK (file)"));
+    QCOMPARE(status("gone.htm"), QStringLiteral("File missing"));
+    QCOMPARE(status("../img/gone.htm?x=1"), QStringLiteral("File missing"));
+    QCOMPARE(resolve(QString(), pictureFolder, "../index.htm").url,
              QUrl::fromLocalFile(root.filePath(QStringLiteral("site/index.htm"))));
     // A folder without its final separator is still the folder.
-    QCOMPARE(LinkResolver(QString(), pictureFolder + QLatin1Char('/'))
-                 .Resolve(QStringLiteral("x.htm"))
-                 .url,
-             LinkResolver(QString(), pictureFolder).Resolve(QStringLiteral("x.htm")).url);
+    QCOMPARE(resolve(QString(), pictureFolder + QLatin1Char('/'), "x.htm").url,
+             resolve(QString(), pictureFolder, "x.htm").url);
     // A typed base wins over the picture's folder.
-    QCOMPARE(LinkResolver(QStringLiteral("http://s.com/"), pictureFolder)
-                 .Resolve(QStringLiteral("../index.htm"))
-                 .Address(),
+    QCOMPARE(resolve(QStringLiteral("http://s.com/"), pictureFolder, "../index.htm").Address(),
              QStringLiteral("http://s.com/index.htm"));
 }
 

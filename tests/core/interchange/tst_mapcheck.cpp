@@ -32,7 +32,8 @@ MapDocument Picture(int w = 400, int h = 300)
 } // namespace
 
 // The map check: each kind of finding on a map made to have it, none on a clean map (the
-// sample map is checked clean through vantrel-cli lint).
+// sample map is checked clean through vantrel-cli lint). A shape hidden by one earlier
+// shape is found at zoom 2 and among the many shapes.
 class TestMapCheck : public QObject
 {
     Q_OBJECT
@@ -53,13 +54,11 @@ void TestMapCheck::eachKindOfFinding_data()
                               "code (the HTML5 and SVG formats escape it)")
             .arg(QLatin1String(field));
     };
-    QTest::newRow("no alt text")
-        << QStringList{first, Rect(60, 10, 90, 50, "a.htm|  |||0|")}
+    QTest::newRow("blank alt text, placeholder URL")
+        << QStringList{first, Rect(60, 10, 90, 50, " # |  |||0|")}
         << QStringList{
-               "Shape #2: warning: no alt text: screen readers and search engines get nothing"};
-    QTest::newRow("placeholder URL")
-        << QStringList{first, Rect(60, 10, 90, 50, " # |Alt|||0|")}
-        << QStringList{"Shape #2: warning: placeholder URL \"#\": the area leads nowhere"};
+               "Shape #2: warning: no alt text: screen readers and search engines get nothing",
+               "Shape #2: warning: placeholder URL \"#\": the area leads nowhere"};
     QTest::newRow("empty URL") << QStringList{first, Rect(60, 10, 90, 50, "|Alt|||0|")}
                                << QStringList{"Shape #2: warning: no URL: the area leads nowhere"};
     QTest::newRow("URL that does not parse")
@@ -86,8 +85,6 @@ void TestMapCheck::eachKindOfFinding_data()
                        "about what is inside"};
     QTest::newRow("concave polygon is fine")
         << QStringList{"2|10,10,50,10,30,20,50,40,10,40|a.htm|Alt|||0|"} << QStringList{};
-    QTest::newRow("covered by one earlier shape")
-        << QStringList{first, Rect(20, 20, 40, 40)} << QStringList{"Shape #2: " + Covered};
     QTest::newRow("covered by two earlier shapes together")
         << QStringList{Rect(10, 10, 30, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
         << QStringList{"Shape #3: " + Covered};
