@@ -12,9 +12,8 @@ private slots:
     void cutAtNulAndTitle()
     {
         const QChar nul(0);
-        QCOMPARE(Module1::CutAtNul(QStringLiteral("plan.imp") + nul + "   "),
-                 QStringLiteral("plan.imp"));
-        QCOMPARE(Module1::CutAtNul(QStringLiteral("a") + nul + "b" + nul), QStringLiteral("a"));
+        // At the first NUL.
+        QCOMPARE(Module1::CutAtNul(QStringLiteral("a") + nul + "b " + nul), QStringLiteral("a"));
         QCOMPARE(Module1::FileTitle(QStringLiteral("C:\\maps\\  my map.imp  ")),
                  QStringLiteral("my map.imp"));
     }
@@ -67,7 +66,6 @@ private slots:
         QCOMPARE(RoundToInt32(2147483646.5), 2147483646);
         QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt16(32767.5));
         QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt16(-32769));
-        QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt16(40000));
         QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt32(2147483648LL));
         QVERIFY_THROWS_EXCEPTION(OverflowError, ToInt32(-2147483649LL));
         QVERIFY_THROWS_EXCEPTION(OverflowError, RoundToInt32(2147483647.5));

@@ -1,4 +1,5 @@
 #include "ShapeBuilders.h"
+#include "ShapeRow.h"
 #include "core/document/MapDocument.h"
 #include "core/document/ShapeListModel.h"
 #include "core/forms/GeometryForm.h"
@@ -14,18 +15,12 @@ MapDocument ThreeShapes(double zoom = 1.0)
     doc.SWidth = 400;
     doc.SHeight = 300;
     doc.ZoomLevel = zoom;
-    const auto z = [zoom](int v) { return static_cast<std::int32_t>(v * zoom); };
-    PatShape rect = MakeShape(Rectangle, Corners(z(10), z(20), z(110), z(70)), nullptr, zoom);
-    rect.URL = QStringLiteral("http://example.com/shop");
-    rect.Comment = QStringLiteral("Shop");
-    PatShape circle = MakeShape(Circle, Corners(z(200), z(100), z(260), z(160)), nullptr, zoom);
-    circle.URL = QStringLiteral("about.html");
-    circle.Target = QStringLiteral("_blank");
-    PatShape poly =
-        MakeShape(Polygon, {{z(300), z(10)}, {z(390), z(10)}, {z(350), z(90)}}, nullptr, zoom);
-    poly.URL = QStringLiteral("contact.html");
-    poly.Comment = QStringLiteral("Write to the SHOP");
-    doc.AdoptShapes({rect, circle, poly}, {2, 1, 0});
+    for (const char* row : {"1|10,20,110,20,110,70,10,70|http://example.com/shop|Shop|||0|",
+                            "0|200,100,260,100,260,160,200,160|about.html||_blank||0|",
+                            "2|300,10,390,10,350,90|contact.html|Write to the SHOP|||0|"})
+        doc.Shape(AddShapeRow(doc, QString::fromLatin1(row))).ResetPointsToZoom(zoom);
+    doc.BringToTop(1); // the last shape on top, the first at the bottom
+    doc.BringToTop(2);
     return doc;
 }
 
