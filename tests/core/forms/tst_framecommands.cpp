@@ -59,26 +59,17 @@ private slots:
         QCOMPARE(ZoomStep::In(1.4, 1335, 1332).outcome, ZoomStep::Outcome::Zoomed);
     }
 
-    void onlyPrints_data()
+    // The bare --version, -v, --help and -h run without a display in the command-line test.
+    // Qt's own options are the windowing system's to read: the windowed path takes them.
+    void onlyPrintsWhatNeedsNoWindow()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("onlyPrints");
-        // The bare --version, -v, --help and -h run without a display in the command-line test.
-        QTest::newRow("-h beside a file") << QStringList{"vantrel", "map.imp", "-h"} << true;
-        QTest::newRow("nothing") << QStringList{"vantrel"} << false;
-        QTest::newRow("files") << QStringList{"vantrel", "map.imp", "pic.png"} << false;
-        // Qt's own options are the windowing system's to read: the windowed path takes them.
-        QTest::newRow("--help-all lists the display's options")
-            << QStringList{"vantrel", "--help-all"} << false;
-        QTest::newRow("a Qt option before --version")
-            << QStringList{"vantrel", "-platform", "offscreen", "--version"} << false;
-        QTest::newRow("unknown option") << QStringList{"vantrel", "--frobnicate", "-v"} << false;
-    }
-    void onlyPrints()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(bool, onlyPrints);
-        QCOMPARE(EditorCommandLine::OnlyPrints(arguments), onlyPrints);
+        QVERIFY(EditorCommandLine::OnlyPrints({"vantrel", "map.imp", "-h"}));
+        for (const QStringList& windowed :
+             {QStringList{"vantrel"}, QStringList{"vantrel", "map.imp", "pic.png"},
+              QStringList{"vantrel", "--help-all"},
+              QStringList{"vantrel", "-platform", "offscreen", "--version"},
+              QStringList{"vantrel", "--frobnicate", "-v"}})
+            QVERIFY2(!EditorCommandLine::OnlyPrints(windowed), qPrintable(windowed.join(' ')));
     }
 
     void filesAndTheTimingSwitch()

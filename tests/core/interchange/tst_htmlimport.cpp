@@ -25,68 +25,52 @@ class TestHtmlImport : public QObject
 {
     Q_OBJECT
 private slots:
-    void failures_data()
+    void failuresChangeNothing()
     {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("no name") << "<map id=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"></map>"
-                                 << "Map name not found.";
-        QTest::newRow("no areas") << "<map name=\"x\"></map>"
-                                  << "No shape objects found.";
-        QTest::newRow("rectangle with three numbers")
-            << Wrap("<area shape=\"rect\" coords=\"1,2,3\">") << ErrorText;
-        QTest::newRow("number too large for a coordinate")
-            << Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">") << ErrorText;
-        QTest::newRow("bad area after a good one")
-            << Wrap("<area shape=\"rect\" coords=\"1,2,3,4\">\n<area shape=\"poly\">") << ErrorText;
+        for (const auto& [html, message] : std::initializer_list<std::pair<QString, QString>>{
+                 {"<map id=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"></map>",
+                  "Map name not found."},
+                 {"<map name=\"x\"></map>", "No shape objects found."},
+                 {Wrap("<area shape=\"rect\" coords=\"1,2,3\">"), ErrorText},
+                 {Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">"), ErrorText},
+                 // a bad area after a good one
+                 {Wrap("<area shape=\"rect\" coords=\"1,2,3,4\">\n<area shape=\"poly\">"),
+                  ErrorText}}) {
+            MapDocument d;
+            d.DefURL = QStringLiteral("old.htm");
+            AddShapeRow(d, "0|0,0,10,0,10,10,0,10|keep.htm||||0|");
+            const QString before =
+                MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
+            const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
+            QCOMPARE(result.message, message);
+            HtmlImporter::Apply(result, d); // a failed result changes nothing
+            QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test), before);
+        }
     }
 
-    void failures()
+    void shapesAtTheMapsZoom()
     {
-        QFETCH(QString, html);
-        QFETCH(QString, message);
-        MapDocument d;
-        d.DefURL = QStringLiteral("old.htm");
-        AddShapeRow(d, "0|0,0,10,0,10,10,0,10|keep.htm||||0|");
-        const QString before = MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
-        const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
-        QVERIFY(!result.ok);
-        QCOMPARE(result.message, message);
-        HtmlImporter::Apply(result, d); // a failed result changes nothing
-        QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test), before);
-    }
-
-    void shapes_data()
-    {
-        QTest::addColumn<QString>("html");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<Points>("points");
-        QTest::newRow("circle to its square")
-            << Wrap("<area shape=\"circle\" coords=\"50,60,5\" href=\"a\">") << 0
-            << Corners(45, 55, 55, 65);
-        QTest::newRow("polygon spelt out, odd piece dropped")
-            << Wrap("<area shape=\"polygon\" coords=\"1,2,3,4,5\">") << 2 << Points{{1, 2}, {3, 4}};
-        QTest::newRow("halves round to even")
-            << Wrap("<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">") << 1
-            << Corners(2, 4, -2, 0);
-    }
-
-    void shapes()
-    {
-        QFETCH(QString, html);
-        QFETCH(int, type);
-        QFETCH(Points, points);
         MapDocument d;
         d.ZoomLevel = 2.0;
-        const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
+        const HtmlImporter::Result result =
+            HtmlImporter::Convert(Wrap("<area shape=\"circle\" coords=\"50,60,5\">\n"
+                                       "<area shape=\"polygon\" coords=\"1,2,3,4,5\">\n"
+                                       "<area shape=\"rect\" coords=\"2.5,3.5,-2.5,0.49\">"),
+                                  d);
         QVERIFY2(result.ok, qPrintable(result.message));
         HtmlImporter::Apply(result, d);
-        QCOMPARE(d.ItemCount(), std::int16_t(0));
-        QCOMPARE(int(d.Shape(0).GetShapeType()), type);
-        QCOMPARE(d.Shape(0).Zoom(), 2.0); // imported at zoom 1, then scaled to the map's zoom
-        for (ShapePoint& p : points)
-            p = {p.x * 2, p.y * 2};
-        QCOMPARE(d.Shape(0).Points(), points);
+        // Read at zoom 1 (a circle to its square, a polygon spelt out without its odd piece,
+        // halves to even), then doubled to the map's zoom.
+        QCOMPARE(d.ItemCount(), std::int16_t(2));
+        const std::vector<std::pair<std::int16_t, Points>> shapes{
+            {Circle, Corners(90, 110, 110, 130)},
+            {Polygon, {{2, 4}, {6, 8}}},
+            {Rectangle, Corners(4, 8, -4, 0)}};
+        for (std::int16_t i = 0; i < 3; ++i) {
+            QCOMPARE(d.Shape(i).GetShapeType(), shapes[std::size_t(i)].first);
+            QCOMPARE(d.Shape(i).Zoom(), 2.0);
+            QCOMPARE(d.Shape(i).Points(), shapes[std::size_t(i)].second);
+        }
     }
 
     void defaultAreaSetsTheMapDefaults()

@@ -39,27 +39,17 @@ private slots:
         QCOMPARE(Child<QScrollBar>(picker, "ScrollGreen")->value(), 2);
     }
 
-    void spacingEntry_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("bar"); // -1: the bar stays
-        QTest::addColumn<QString>("left");
-        QTest::newRow("lowest") << "4" << 4 << "4";
-        QTest::newRow("highest") << "100" << 100 << "100";
-        QTest::newRow("below") << "3" << -1 << "20";
-        QTest::newRow("empty") << "" << -1 << "20";
-    }
-
-    // The spacing box: typing moves the bar only in range, leaving corrects the text (a
-    // number in range and one above it are typed in the grid dialog's test).
+    // The spacing box: typing moves the bar only in range (-1: it stays), leaving corrects
+    // the text (a number in range and one above it are typed in the grid dialog's test).
     void spacingEntry()
     {
-        QFETCH(QString, text);
-        QFETCH(int, bar);
-        QFETCH(QString, left);
         const SteppedNumberEntry spacing(4, 100);
-        QCOMPARE(spacing.ScrollValueFor(text).value_or(-1), bar);
-        QCOMPARE(spacing.TextOnLeave(text, 20), left);
+        for (const auto& [text, bar, left] :
+             {std::tuple("4", 4, "4"), std::tuple("100", 100, "100"), std::tuple("3", -1, "20"),
+              std::tuple("", -1, "20")}) {
+            QCOMPARE(spacing.ScrollValueFor(text).value_or(-1), bar);
+            QCOMPARE(spacing.TextOnLeave(text, 20), QString::fromLatin1(left));
+        }
     }
 
     void gridSpacingAndCheckBoxes()
