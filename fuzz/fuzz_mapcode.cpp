@@ -49,10 +49,7 @@ void CheckForm(MapDocument& Document, MapCodeGenerator::Form Form)
     // The classic import wants coords on every area, which an HTML5 default area has not:
     // the shapes are checked without one.
     MapDocument shapesOnly = Document;
-    shapesOnly.DefURL.clear();
-    shapesOnly.DefComment.clear();
-    shapesOnly.DefStatus.clear();
-    shapesOnly.DefAlert.clear();
+    shapesOnly.DefURL = shapesOnly.DefComment = shapesOnly.DefStatus = shapesOnly.DefAlert = {};
     const FormattedMapCode html5 = FormattedMapCode::Generate(shapesOnly, MapFormat::Html5, Form);
     MapDocument imported;
     imported.SWidth = Document.SWidth;

@@ -59,9 +59,9 @@ QSet<QString> widgetHeaders()
     QSet<QString> names;
     const QDir headers(QLibraryInfo::path(QLibraryInfo::HeadersPath));
     for (const QString& module : headers.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        if (!module.startsWith(QLatin1String("QtWidgets")) &&
-            !module.startsWith(QLatin1String("QtWebEngine")) &&
-            !module.endsWith(QLatin1String("Widgets")) && module != QLatin1String("QtPrintSupport"))
+        static const QRegularExpression widgetModule(
+            QStringLiteral("^QtWidgets|^QtWebEngine|Widgets$|^QtPrintSupport$"));
+        if (!widgetModule.match(module).hasMatch())
             continue;
         names.insert(module);
         for (const QString& header : QDir(headers.filePath(module)).entryList(QDir::Files))

@@ -103,7 +103,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QList<int>>("rows");
         QTest::newRow("empty keeps all") << QString() << QList<int>{0, 1, 2};
-        QTest::newRow("url") << QStringLiteral("about") << QList<int>{1};
         QTest::newRow("alt, any case") << QStringLiteral("shop") << QList<int>{0, 2};
         QTest::newRow("target") << QStringLiteral("_BLANK") << QList<int>{1};
         QTest::newRow("type is not searched") << QStringLiteral("Circle") << QList<int>{};

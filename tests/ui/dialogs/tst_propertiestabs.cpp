@@ -19,8 +19,11 @@ private slots:
         AddShapes(3);
         frmOptions dialog(*m_canvas, m_host->ui);
         dialog.OpenOnTab(3);
-        QCOMPARE(Captions(dialog), (QStringList{"Map Properties", "Shape #1", "Shape #2",
-                                                "Shape #3", "Default Area"}));
+        QStringList captions;
+        for (int i = 0; i < Tabs(dialog)->count(); ++i)
+            captions << Tabs(dialog)->tabText(i);
+        QCOMPARE(captions, (QStringList{"Map Properties", "Shape #1", "Shape #2", "Shape #3",
+                                        "Default Area"}));
         QCOMPARE(Tabs(dialog)->currentIndex(), 2);
         QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u1"));
     }
@@ -86,13 +89,6 @@ private:
     static QTabBar* Tabs(QDialog& dialog)
     {
         return dialog.findChild<QTabBar*>(QStringLiteral("tbsOptions"));
-    }
-    static QStringList Captions(QDialog& dialog)
-    {
-        QStringList captions;
-        for (int i = 0; i < Tabs(dialog)->count(); ++i)
-            captions << Tabs(dialog)->tabText(i);
-        return captions;
     }
     static QString Text(QDialog& dialog, const char* name)
     {
