@@ -211,10 +211,8 @@ private slots:
         const QByteArray original = ReadBytes(Path("A.imp"));
         QVERIFY(QFile::copy(Path("A.imp"), Path("B.imp")));
         QVERIFY(Open(Path("B.imp")));
-        QCOMPARE(m_canvas->FileName(), Path("B.imp"));
         m_canvas->DeleteShape();
         m_canvas->SaveMap();
-        QCOMPARE(m_host->ui.messageTexts(), QStringList());
         QCOMPARE(ReadBytes(Path("A.imp")), original);
         const MapFile::ReadResult saved = MapFile::OpenMapFile(Path("B.imp"));
         QCOMPARE(saved.document.ItemCount(), std::int16_t(0));

@@ -18,16 +18,10 @@ class TestShapesPanel : public QObject, FrameFixture
 
     ShapesPanel& Panel() { return m_frame->ShapesDock(); }
     QTableView& List() { return Panel().List(); }
-    // Drawn (a polygon closed on its first point), then back to the pointer.
+    // Dragged in the mode given, then back to the pointer.
     void Draw(ShapeCanvas& map, const char* mode, std::initializer_list<QPoint> points)
     {
-        if (QByteArray(mode) == "PolygonMode") {
-            Trigger(mode);
-            for (const QPoint p : points)
-                QTest::mouseClick(&map.Surface(), Qt::LeftButton, {}, p);
-        } else {
-            Drag(map, mode, *points.begin(), *(points.begin() + 1));
-        }
+        Drag(map, mode, *points.begin(), *(points.begin() + 1));
         Trigger("pointermode");
     }
     // The shape number of the selected row, or -1.
@@ -166,7 +160,9 @@ private slots:
     void polygonVerticesInsertAndDelete()
     {
         ShapeCanvas* map = NewMap();
-        Draw(*map, "PolygonMode", {{10, 10}, {100, 10}, {100, 100}, {10, 10}});
+        Trigger("PolygonMode");
+        for (const QPoint p : {QPoint(10, 10), QPoint(100, 10), QPoint(100, 100), QPoint(10, 10)})
+            QTest::mouseClick(&map->Surface(), Qt::LeftButton, {}, p);
         auto* table = Child<QTableWidget>(Panel(), "GeometryVertices");
         QCOMPARE(table->rowCount(), 3);
         table->setCurrentCell(0, 0);

@@ -56,22 +56,18 @@ class TestWindowsFit : public QObject, FrameFixture
         return {name,
                 [](MDIForm1& f, ShapeCanvas& m) -> QWidget* { return new T(m, f.Dialogs(), &f); }};
     }
-    static QString Where(const QWidget& window)
-    {
-        QString text;
-        QDebug(&text) << window.objectName() << window.frameGeometry() << "minimum"
-                      << window.minimumSizeHint() << "on" << window.screen()->availableGeometry();
-        return text;
-    }
     // Inside the free area of the screen it is on, with room for everything it holds.
     static void CheckFits(const QWidget& window)
     {
         const QScreen* screen = QGuiApplication::screenAt(window.frameGeometry().center());
+        QString where;
+        QDebug(&where) << window.objectName() << window.frameGeometry() << "minimum"
+                       << window.minimumSizeHint() << "on" << window.screen()->availableGeometry();
         QVERIFY2(screen != nullptr &&
                      screen->availableGeometry().contains(window.frameGeometry()) &&
                      window.width() >= window.minimumSizeHint().width() &&
                      window.height() >= window.minimumSizeHint().height(),
-                 qPrintable(Where(window)));
+                 qPrintable(where));
     }
 
 private slots:
