@@ -1,4 +1,5 @@
 #include "CanvasFixture.h"
+#include "ShapeBuilders.h"
 #include "core/document/VertexEditor.h"
 #include "core/document/ViewScale.h"
 #include "core/shape/ShapePainter.h"
@@ -7,15 +8,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <cmath>
-
-namespace {
-
-std::vector<ShapePoint> Box(QPoint a, QPoint b)
-{
-    return {{a.x(), a.y()}, {b.x(), a.y()}, {b.x(), b.y()}, {a.x(), b.y()}};
-}
-
-} // namespace
 
 class TestShapeCanvas : public QObject, CanvasFixture
 {
@@ -69,7 +61,7 @@ private slots:
             Draw(mode, {50, 40}, {120, 90});
             QCOMPARE(int(Doc().Shape(0).GetShapeType()),
                      int(mode == Mode::Circle ? Circle : Rectangle));
-            QCOMPARE(Doc().Shape(0).Points(), Box({50, 40}, {120, 90}));
+            QCOMPARE(Doc().Shape(0).Points(), Corners(50, 40, 120, 90));
         }
     }
 
@@ -137,7 +129,8 @@ private slots:
             m_host->mode = mode;
             Drag({30, 30}, to, button);
             QCOMPARE(Doc().ItemCount(), std::int16_t(0));
-            QCOMPARE(Doc().Shape(0).Points(), Box(corner, corner + QPoint(40, 40)));
+            QCOMPARE(Doc().Shape(0).Points(),
+                     Corners(corner.x(), corner.y(), corner.x() + 40, corner.y() + 40));
         }
     }
 
@@ -146,16 +139,16 @@ private slots:
         NewCanvas();
         Draw(Mode::Rectangle, {10, 10}, {50, 40});
         Drag({12, 9}, {20, 5}); // the top-left corner
-        QCOMPARE(Doc().Shape(0).Points(), Box({20, 5}, {50, 40}));
+        QCOMPARE(Doc().Shape(0).Points(), Corners(20, 5, 50, 40));
         Click({30, 25}); // the body
         for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down, Qt::Key_Left})
             Key(key);
         Key(Qt::Key_Up, Qt::ShiftModifier);
-        QCOMPARE(Doc().Shape(0).Points(), Box({20, 6}, {50, 41}));
+        QCOMPARE(Doc().Shape(0).Points(), Corners(20, 6, 50, 41));
         Click({50, 41}); // vertex 2
         Key(Qt::Key_Right);
         Key(Qt::Key_A);
-        QCOMPARE(Doc().Shape(0).Points(), Box({20, 6}, {51, 41}));
+        QCOMPARE(Doc().Shape(0).Points(), Corners(20, 6, 51, 41));
         // Delete takes the shape; with none left it says nothing.
         Key(Qt::Key_Delete);
         Key(Qt::Key_Delete);
@@ -185,11 +178,11 @@ private slots:
         const QString html1 = Doc().Shape(1).GenerateHTML();
         m_canvas->SetZoomLevel(2.0);
         QCOMPARE(Surface()->size(), QSize(800, 600));
-        QCOMPARE(Doc().Shape(0).Points(), Box({22, 42}, {202, 302}));
+        QCOMPARE(Doc().Shape(0).Points(), Corners(22, 42, 202, 302));
         QCOMPARE(Doc().Shape(0).GenerateHTML(), html0);
         m_canvas->SetZoomLevel(0.5);
         QCOMPARE(Surface()->size(), QSize(200, 150));
-        QCOMPARE(Doc().Shape(0).Points(), Box({6, 10}, {50, 76}));
+        QCOMPARE(Doc().Shape(0).Points(), Corners(6, 10, 50, 76));
         m_canvas->SetZoomLevel(1.0);
         QCOMPARE(Doc().Shape(1).GenerateHTML(), html1);
         // The map's zoom leaves the view scale, and multiplies with it.
@@ -474,7 +467,7 @@ private slots:
 
     // Looking closer or farther: the wheel, the pointer-anchored zoom, panning, and editing
     // that stores the same coordinates at any view scale.
-    void stepsAndLimits()
+    void viewScaleStepsLimitsAndMapping()
     {
         QCOMPARE(ViewScale::StepOut(1.0), 2.0 / 3.0);
         // Off-step factors (after a fit) go to the neighbouring step.
@@ -489,11 +482,8 @@ private slots:
         QVERIFY(view.SetFactor(20.0));
         QCOMPARE(view.Factor(), ViewScale::Maximum);
         QVERIFY(!view.SetFactor(qQNaN()));
-    }
-
-    void mappingCoversWhatIsDrawn()
-    {
-        ViewScale view;
+        // The mapping covers what is drawn.
+        view.SetFactor(1.0);
         QCOMPARE(view.ToScreen(QRect(3, 4, 5, 6)), QRect(3, 4, 5, 6));
         QCOMPARE(view.ToDocument(QRegion(3, 4, 5, 6)), QRegion(3, 4, 5, 6));
         for (const double f : {0.37, 4.0}) {
