@@ -77,7 +77,6 @@ private slots:
         QCOMPARE(QGuiApplication::screens().size(), 2);
         QCOMPARE(Screen(0)->geometry(), QRect(0, 0, 640, 512));
         QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
-        QCOMPARE(Screen(0)->devicePixelRatio(), 2.0);
         qApp->installEventFilter(&m_fitter);
         OpenFrame();
     }
