@@ -139,13 +139,19 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(m_frame->screen(), Screen(screen));
         CheckFits(*m_frame);
-        // A panel pulled off the frame stays on the screen too.
+        // A panel pulled off the frame stays where the user put it when it fits there, and
+        // comes back onto the screen when it does not.
         panel->setFloating(true);
-        panel->move(Screen(screen)->availableGeometry().bottomRight() - QPoint(20, 20));
-        panel->hide();
-        panel->show();
-        QVERIFY(QTest::qWaitForWindowExposed(panel));
-        CheckFits(*panel);
+        const QRect free = Screen(screen)->availableGeometry();
+        for (const auto& [at, fits] : {std::pair{free.topLeft() + QPoint(30, 30), true},
+                                       std::pair{free.bottomRight() - QPoint(20, 20), false}}) {
+            panel->move(at);
+            panel->hide();
+            panel->show();
+            QVERIFY(QTest::qWaitForWindowExposed(panel));
+            CheckFits(*panel);
+            QCOMPARE(panel->pos() == at, fits);
+        }
         panel->setFloating(false);
     }
 
