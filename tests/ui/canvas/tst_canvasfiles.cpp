@@ -48,11 +48,7 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_dir.isValid());
-        QVERIFY(WhitePicture(320, 200).save(Path("pic.png")));
-    }
+    void initTestCase() { QVERIFY(WhitePicture(320, 200).save(Path("pic.png"))); }
 
     void cleanup() { CloseCanvas(); }
 

@@ -473,6 +473,7 @@ private slots:
         QCOMPARE(ViewScale::StepIn(0.3), 1.0 / 3.0);
         QCOMPARE(ViewScale::StepOut(0.3), 0.25);
         QCOMPARE(ViewScale::StepIn(ViewScale::Maximum), ViewScale::Maximum);
+        QCOMPARE(ViewScale::StepOut(ViewScale::Minimum), ViewScale::Minimum);
         QCOMPARE(ViewScale::Fit(QSizeF(2400, 1600), QSizeF(600, 600)), 0.25);
         QCOMPARE(ViewScale::Fit(QSizeF(100000, 10), QSizeF(600, 600)), ViewScale::Minimum);
         QCOMPARE(ViewScale::Fit(QSizeF(10, 10), QSizeF(600, 600)), ViewScale::Maximum);
@@ -535,7 +536,6 @@ private slots:
         Wheel(Surface()->mapFrom(Viewport(), viewport.toPoint()), {0, 120}, Qt::ControlModifier);
         QCOMPARE(m_canvas->ViewScaleFactor(), 2.0);
         QVERIFY(QLineF(DocumentAt(viewport), before).length() < 1.0);
-        QCOMPARE(Surface()->size(), QSize(1600, 1200));
         // The map itself is untouched.
         QCOMPARE(Doc().ZoomLevel, 1.0);
         QCOMPARE(Doc().SWidth, 800);

@@ -141,7 +141,6 @@ private slots:
     {
         ShapeCanvas* map = NewMap();
         Draw(*map, "RectangleMode", {{10, 10}, {50, 40}});
-        QCOMPARE(Child<QLineEdit>(Panel(), "GeometryField3")->text(), QStringLiteral("40"));
         Type("GeometryField1", "100");
         Type("GeometryField4", "60");
         QCOMPARE(map->Document().Shape(0).Points(),
@@ -160,7 +159,6 @@ private slots:
         for (const QPoint p : {QPoint(10, 10), QPoint(100, 10), QPoint(100, 100), QPoint(10, 10)})
             QTest::mouseClick(&map->Surface(), Qt::LeftButton, {}, p);
         auto* table = Child<QTableWidget>(Panel(), "GeometryVertices");
-        QCOMPARE(table->rowCount(), 3);
         table->setCurrentCell(0, 0);
         Child<QPushButton>(Panel(), "btnInsertVertex")->click();
         QCOMPARE(map->Document().Shape(0).Points(),

@@ -73,7 +73,6 @@ class TestWindowsFit : public QObject, FrameFixture
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_dir.isValid());
         QCOMPARE(QGuiApplication::screens().size(), 2);
         QCOMPARE(Screen(0)->geometry(), QRect(0, 0, 640, 512));
         QCOMPARE(Screen(1)->geometry().size(), QSize(853, 682));
@@ -102,7 +101,6 @@ private slots:
         strip.show();
         QVERIFY(QTest::qWaitForWindowExposed(&strip));
         const auto buttons = strip.findChildren<QToolButton*>();
-        QCOMPARE(buttons.size(), 19);
         const auto allShown = [&] {
             for (const QToolButton* button : buttons) {
                 const QRect onStrip(button->mapTo(&strip, QPoint(0, 0)), button->size());
