@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
+#include <QRandomGenerator>
 #include <QSet>
 #include <QStandardPaths>
 #include <algorithm>
@@ -61,9 +62,12 @@ std::vector<std::int16_t> ForReadingBack(const std::vector<std::int16_t>& Order)
 
 RecoveryStore::RecoveryStore(const QString& Folder, QObject* parent)
     : QObject(parent), m_folder(QDir::cleanPath(Folder)),
-      m_session(QStringLiteral("%1-%2")
+      // The random part keeps two stores of one process apart when they start within
+      // the same millisecond; the lock of one would otherwise refuse the other.
+      m_session(QStringLiteral("%1-%2%3")
                     .arg(QCoreApplication::applicationPid())
-                    .arg(QDateTime::currentMSecsSinceEpoch()))
+                    .arg(QDateTime::currentMSecsSinceEpoch())
+                    .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0')))
 {
     m_timer.setInterval(DefaultInterval);
     connect(&m_timer, &QTimer::timeout, this, &RecoveryStore::WriteDue);
