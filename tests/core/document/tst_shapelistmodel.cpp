@@ -98,38 +98,34 @@ private slots:
         model.Refresh(true);
     }
 
-    void filterMatchesUrlAltAndTarget_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<int>>("rows");
-        QTest::newRow("empty keeps all") << QString() << QList<int>{0, 1, 2};
-        QTest::newRow("alt, any case") << QStringLiteral("shop") << QList<int>{0, 2};
-        QTest::newRow("target") << QStringLiteral("_BLANK") << QList<int>{1};
-        QTest::newRow("type is not searched") << QStringLiteral("Circle") << QList<int>{};
-        QTest::newRow("html") << QStringLiteral(".html") << QList<int>{1, 2};
-    }
     void filterMatchesUrlAltAndTarget()
     {
-        QFETCH(QString, text);
-        QFETCH(QList<int>, rows);
-        MapDocument doc = ThreeShapes();
-        ShapeListModel model;
-        model.SetDocument(&doc);
-        model.SetFilter(text);
-        QList<int> shown;
-        for (int r = 0; r < model.rowCount(); ++r) {
-            shown << model.ShapeAt(r);
-            QCOMPARE(model.RowOf(model.ShapeAt(r)), r);
-            QCOMPARE(Cell(model, r, ShapeListModel::Number),
-                     QStringLiteral("Shape #%1").arg(model.ShapeAt(r) + 1));
-        }
-        QCOMPARE(shown, rows);
-        if (!text.isEmpty() && !rows.contains(0))
-            QCOMPARE(model.RowOf(0), -1);
-        // Edits through a filtered row reach the right shape.
-        if (!rows.isEmpty()) {
-            QVERIFY(model.setData(model.index(0, ShapeListModel::Target), QStringLiteral("t")));
-            QCOMPARE(doc.GetTarget(std::int16_t(rows.first())), QStringLiteral("t"));
+        // Any case; the type is not searched.
+        for (const auto& [text, rows] :
+             std::initializer_list<std::pair<QString, QList<int>>>{{QString(), {0, 1, 2}},
+                                                                   {"shop", {0, 2}},
+                                                                   {"_BLANK", {1}},
+                                                                   {"Circle", {}},
+                                                                   {".html", {1, 2}}}) {
+            MapDocument doc = ThreeShapes();
+            ShapeListModel model;
+            model.SetDocument(&doc);
+            model.SetFilter(text);
+            QList<int> shown;
+            for (int r = 0; r < model.rowCount(); ++r) {
+                shown << model.ShapeAt(r);
+                QCOMPARE(model.RowOf(model.ShapeAt(r)), r);
+                QCOMPARE(Cell(model, r, ShapeListModel::Number),
+                         QStringLiteral("Shape #%1").arg(model.ShapeAt(r) + 1));
+            }
+            QCOMPARE(shown, rows);
+            if (!text.isEmpty() && !rows.contains(0))
+                QCOMPARE(model.RowOf(0), -1);
+            // Edits through a filtered row reach the right shape.
+            if (!rows.isEmpty()) {
+                QVERIFY(model.setData(model.index(0, ShapeListModel::Target), "t"));
+                QCOMPARE(doc.GetTarget(std::int16_t(rows.first())), QStringLiteral("t"));
+            }
         }
     }
 
@@ -155,39 +151,27 @@ private slots:
         }
     }
 
-    void refusedGeometryLeavesTheShape_data()
-    {
-        QTest::addColumn<int>("shape");
-        QTest::addColumn<QList<QStringList>>("input");
-        QTest::addColumn<QString>("message");
-        MapDocument doc = ThreeShapes();
-        const QString outside = GeometryForm::OutsideMessage(doc);
-        const auto row = [](const char* name, int shape, const QList<QStringList>& input,
-                            const QString& message) {
-            QTest::newRow(name) << shape << input << message;
-        };
-        row("letters", 0, {{"1", "x2", "3", "4"}}, GeometryForm::NotANumberMessage("x2"));
-        row("empty", 0, {{"1", "", "3", "4"}}, GeometryForm::NotANumberMessage(""));
-        row("past the right edge", 0, {{"300", "0", "101", "4"}}, outside);
-        row("negative", 0, {{"-1", "0", "10", "4"}}, outside);
-        row("16-bit", 0, {{"0", "0", "99999", "4"}}, outside);
-        row("zero width", 0, {{"0", "0", "0", "4"}}, GeometryForm::TooSmallMessage());
-        row("circle off the top", 1, {{"100", "10", "20"}}, outside);
-        row("two vertices", 2, {{"1", "1"}, {"5", "5"}}, GeometryForm::TooFewVerticesMessage());
-        row("vertex below", 2, {{"1", "1"}, {"5", "5"}, {"5", "301"}}, outside);
-    }
     void refusedGeometryLeavesTheShape()
     {
-        QFETCH(int, shape);
-        QFETCH(QList<QStringList>, input);
-        QFETCH(QString, message);
-        MapDocument doc = ThreeShapes();
-        const auto index = static_cast<std::int16_t>(shape);
-        const std::vector<ShapePoint> before = doc.Shape(index).Points();
-        const QString shown = shape == 2 ? GeometryForm::ApplyVertices(doc, index, input)
-                                         : GeometryForm::ApplyFields(doc, index, input.first());
-        QCOMPARE(shown, message);
-        QCOMPARE(doc.Shape(index).Points(), before);
+        const QString outside = GeometryForm::OutsideMessage(ThreeShapes());
+        const auto refused = [](std::int16_t shape, const QList<QStringList>& input,
+                                const QString& message) {
+            MapDocument doc = ThreeShapes();
+            const std::vector<ShapePoint> before = doc.Shape(shape).Points();
+            QCOMPARE(shape == 2 ? GeometryForm::ApplyVertices(doc, shape, input)
+                                : GeometryForm::ApplyFields(doc, shape, input.first()),
+                     message);
+            QCOMPARE(doc.Shape(shape).Points(), before);
+        };
+        refused(0, {{"1", "x2", "3", "4"}}, GeometryForm::NotANumberMessage("x2"));
+        refused(0, {{"1", "", "3", "4"}}, GeometryForm::NotANumberMessage(""));
+        refused(0, {{"300", "0", "101", "4"}}, outside); // past the right edge
+        refused(0, {{"-1", "0", "10", "4"}}, outside);
+        refused(0, {{"0", "0", "99999", "4"}}, outside); // past 16 bits
+        refused(0, {{"0", "0", "0", "4"}}, GeometryForm::TooSmallMessage());
+        refused(1, {{"100", "10", "20"}}, outside); // a circle off the top
+        refused(2, {{"1", "1"}, {"5", "5"}}, GeometryForm::TooFewVerticesMessage());
+        refused(2, {{"1", "1"}, {"5", "5"}, {"5", "301"}}, outside);
     }
 };
 

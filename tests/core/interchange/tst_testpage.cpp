@@ -9,10 +9,10 @@ class TestTestPage : public QObject
 {
     Q_OBJECT
 private slots:
+    // The page's name is checked where the map test writes and opens it.
     void fourLinesOverwriteThePreviousPage()
     {
         const QString path = m_dir.filePath(TestPage::FileName());
-        QVERIFY(path.endsWith(QStringLiteral("/Image_Map_Test.htm")));
         QVERIFY(TestPage::Write(path, QStringLiteral("first, a longer code than the second")));
         QVERIFY(
             TestPage::Write(path, QStringLiteral("<map name=\"m\">\r\n</map>\r\n<img src=\"x\">")));

@@ -77,64 +77,45 @@ private slots:
         QVERIFY(!snap->isChecked());
     }
 
-    void imageSize_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<int>("height");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("20 x 20") << 20 << 20 << QString();
-        QTest::newRow("19 x 19: width first") << 19 << 19 << "The width of the image is too small.";
-        QTest::newRow("20 x 19") << 20 << 19 << "The height of the image is too small.";
-        QTest::newRow("2000 x 2001") << 2000 << 2001 << "The image size is too big.";
-    }
-
     void imageSize()
     {
-        QFETCH(int, width);
-        QFETCH(int, height);
-        QFETCH(QString, message);
-        ShapeCanvas& map = Map();
-        ImageSize dialog(map, m_host->ui);
-        dialog.show();
-        Child(dialog, "txtWidth")->setText(QString::number(width));
-        Child(dialog, "txtHeight")->setText(QString::number(height));
-        Click(dialog, "Command1");
-        QCOMPARE(m_host->ui.messageTexts().join(QString()), message);
-        QCOMPARE(dialog.isVisible(), !message.isEmpty());
-        QCOMPARE(Child(dialog, "txtWidth")->text(), QString::number(width));
-        QCOMPARE(map.Document().SWidth, message.isEmpty() ? width : 300);
-        QCOMPARE(map.Document().SHeight, message.isEmpty() ? height : 200);
-    }
-
-    void zoom_data()
-    {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<int>("height");
-        QTest::addColumn<QString>("percent");
-        QTest::addColumn<double>("level"); // 1.0: refused
-        QTest::newRow("155") << 300 << 200 << "155" << 1.6;
-        QTest::newRow("145") << 300 << 200 << "145" << 1.4;
-        QTest::newRow("exactly 4,000,000 pixels") << 1000 << 1000 << "200" << 2.0;
-        QTest::newRow("one row more") << 1000 << 1001 << "200" << 1.0;
+        for (const auto& [width, height, message] :
+             {std::tuple(20, 20, ""), std::tuple(19, 19, "The width of the image is too small."),
+              std::tuple(20, 19, "The height of the image is too small."),
+              std::tuple(2000, 2001, "The image size is too big.")}) {
+            ShapeCanvas& map = Map();
+            ImageSize dialog(map, m_host->ui);
+            dialog.show();
+            Child(dialog, "txtWidth")->setText(QString::number(width));
+            Child(dialog, "txtHeight")->setText(QString::number(height));
+            Click(dialog, "Command1");
+            const bool refused = *message != 0;
+            QCOMPARE(m_host->ui.messageTexts().join(QString()), QString::fromLatin1(message));
+            QCOMPARE(dialog.isVisible(), refused);
+            QCOMPARE(Child(dialog, "txtWidth")->text(), QString::number(width));
+            QCOMPARE(map.Document().SWidth, refused ? 300 : width);
+            QCOMPARE(map.Document().SHeight, refused ? 200 : height);
+        }
     }
 
     void zoom()
     {
-        QFETCH(int, width);
-        QFETCH(int, height);
-        QFETCH(QString, percent);
-        QFETCH(double, level);
-        ShapeCanvas& map = Map(width, height);
-        Zoom dialog(map, m_host->ui);
-        dialog.show();
-        Child(dialog, "txtZooming")->setText(percent);
-        Click(dialog, "Command1");
-        QCOMPARE(map.Document().ZoomLevel, level);
-        const bool refused = level == 1.0;
-        QCOMPARE(dialog.isVisible(), refused);
-        QCOMPARE(m_host->ui.messageTexts(),
-                 refused ? QStringList({"Zoom level is too great for an image of this size."})
-                         : QStringList());
+        // 1.0: refused; 4,000,000 pixels are allowed, one row more is not.
+        for (const auto& [width, height, percent, level] :
+             {std::tuple(300, 200, "155", 1.6), std::tuple(300, 200, "145", 1.4),
+              std::tuple(1000, 1000, "200", 2.0), std::tuple(1000, 1001, "200", 1.0)}) {
+            ShapeCanvas& map = Map(width, height);
+            Zoom dialog(map, m_host->ui);
+            dialog.show();
+            Child(dialog, "txtZooming")->setText(QString::fromLatin1(percent));
+            Click(dialog, "Command1");
+            QCOMPARE(map.Document().ZoomLevel, level);
+            const bool refused = level == 1.0;
+            QCOMPARE(dialog.isVisible(), refused);
+            QCOMPARE(m_host->ui.messageTexts(),
+                     refused ? QStringList({"Zoom level is too great for an image of this size."})
+                             : QStringList());
+        }
     }
 
 private:
