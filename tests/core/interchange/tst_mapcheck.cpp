@@ -38,75 +38,58 @@ class TestMapCheck : public QObject
 {
     Q_OBJECT
 private slots:
-    void eachKindOfFinding_data();
     void eachKindOfFinding();
     void mapNameAndDefaultArea();
     void coveredShapesAtFullSize();
 };
 
-void TestMapCheck::eachKindOfFinding_data()
+void TestMapCheck::eachKindOfFinding()
 {
-    QTest::addColumn<QStringList>("rows");
-    QTest::addColumn<QStringList>("expected");
+    const auto finds = [](const QStringList& rows, const QStringList& expected) {
+        MapDocument d = Picture();
+        for (const QString& row : rows)
+            AddShapeRow(d, row);
+        QCOMPARE(Lines(d), expected);
+    };
     const QString first = Rect(10, 10, 50, 50);
     const auto quote = [](const char* field) {
         return QStringLiteral("Shape #1: warning: the double quote in its %1 breaks the classic "
                               "code (the HTML5 and SVG formats escape it)")
             .arg(QLatin1String(field));
     };
-    QTest::newRow("blank alt text, placeholder URL")
-        << QStringList{first, Rect(60, 10, 90, 50, " # |  |||0|")}
-        << QStringList{
-               "Shape #2: warning: no alt text: screen readers and search engines get nothing",
-               "Shape #2: warning: placeholder URL \"#\": the area leads nowhere"};
-    QTest::newRow("empty URL") << QStringList{first, Rect(60, 10, 90, 50, "|Alt|||0|")}
-                               << QStringList{"Shape #2: warning: no URL: the area leads nowhere"};
-    QTest::newRow("URL that does not parse")
-        << QStringList{Rect(60, 10, 90, 50, "http://exa mple.com/|Alt|||0|")}
-        << QStringList{"Shape #1: error: the URL \"http://exa mple.com/\" does not parse"};
-    QTest::newRow("partly outside")
-        << QStringList{Rect(380, 10, 420, 50)}
-        << QStringList{"Shape #1: warning: the shape lies partly outside the picture"};
-    QTest::newRow("wholly outside")
-        << QStringList{"0|500,10,540,10,540,50,500,50|a.htm|Alt|||0|"}
-        << QStringList{"Shape #1: error: the shape lies outside the picture"};
-    QTest::newRow("on the picture's last line is inside")
-        << QStringList{Rect(350, 250, 400, 300)} << QStringList{};
-    QTest::newRow("flat rectangle") << QStringList{Rect(10, 10, 50, 10)}
-                                    << QStringList{"Shape #1: error: the rectangle has no area"};
-    QTest::newRow("polygon of two points")
-        << QStringList{"2|10,10,50,50,10,10|a.htm|Alt|||0|"}
-        << QStringList{"Shape #1: error: the polygon has fewer than three distinct points"};
-    QTest::newRow("polygon on a line") << QStringList{"2|10,10,20,20,30,30|a.htm|Alt|||0|"}
-                                       << QStringList{"Shape #1: error: the polygon has no area"};
-    QTest::newRow("bow tie")
-        << QStringList{"2|10,10,50,50,50,10,10,50|a.htm|Alt|||0|"}
-        << QStringList{"Shape #1: warning: the polygon crosses itself: browsers may disagree "
-                       "about what is inside"};
-    QTest::newRow("concave polygon is fine")
-        << QStringList{"2|10,10,50,10,30,20,50,40,10,40|a.htm|Alt|||0|"} << QStringList{};
-    QTest::newRow("covered by two earlier shapes together")
-        << QStringList{Rect(10, 10, 30, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
-        << QStringList{"Shape #3: " + Covered};
-    QTest::newRow("a one-pixel gap keeps it reachable")
-        << QStringList{Rect(10, 10, 29, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}
-        << QStringList{};
-    QTest::newRow("a later shape covers nothing earlier")
-        << QStringList{Rect(20, 20, 40, 40), first} << QStringList{};
-    QTest::newRow("quote in URL, alt and target")
-        << QStringList{Rect(10, 10, 50, 50, "a\"b.htm|say \"hi\"|x\"y||0|")}
-        << QStringList{"Shape #1: error: the URL \"a\"b.htm\" does not parse", quote("URL"),
-                       quote("alt text"), quote("target")};
-}
-
-void TestMapCheck::eachKindOfFinding()
-{
-    QFETCH(QStringList, rows);
-    QFETCH(QStringList, expected);
-    MapDocument d = Picture();
-    for (const QString& row : rows)
-        AddShapeRow(d, row);
-    QCOMPARE(Lines(d), expected);
+    // Blank alt text and a placeholder URL with blanks round it.
+    finds({first, Rect(60, 10, 90, 50, " # |  |||0|")},
+          {"Shape #2: warning: no alt text: screen readers and search engines get nothing",
+           "Shape #2: warning: placeholder URL \"#\": the area leads nowhere"});
+    finds({first, Rect(60, 10, 90, 50, "|Alt|||0|")},
+          {"Shape #2: warning: no URL: the area leads nowhere"});
+    finds({Rect(60, 10, 90, 50, "http://exa mple.com/|Alt|||0|")},
+          {"Shape #1: error: the URL \"http://exa mple.com/\" does not parse"});
+    finds({Rect(380, 10, 420, 50)},
+          {"Shape #1: warning: the shape lies partly outside the picture"});
+    finds({"0|500,10,540,10,540,50,500,50|a.htm|Alt|||0|"},
+          {"Shape #1: error: the shape lies outside the picture"});
+    // On the picture's last line is inside.
+    finds({Rect(350, 250, 400, 300)}, {});
+    finds({Rect(10, 10, 50, 10)}, {"Shape #1: error: the rectangle has no area"});
+    finds({"2|10,10,50,50,10,10|a.htm|Alt|||0|"},
+          {"Shape #1: error: the polygon has fewer than three distinct points"});
+    finds({"2|10,10,20,20,30,30|a.htm|Alt|||0|"}, {"Shape #1: error: the polygon has no area"});
+    finds({"2|10,10,50,50,50,10,10,50|a.htm|Alt|||0|"},
+          {"Shape #1: warning: the polygon crosses itself: browsers may disagree "
+           "about what is inside"});
+    // Concave polygon is fine.
+    finds({"2|10,10,50,10,30,20,50,40,10,40|a.htm|Alt|||0|"}, {});
+    // Covered by two earlier shapes together.
+    finds({Rect(10, 10, 30, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)},
+          {"Shape #3: " + Covered});
+    // A one-pixel gap keeps it reachable.
+    finds({Rect(10, 10, 29, 50), Rect(30, 10, 50, 50), Rect(15, 15, 45, 45)}, {});
+    // A later shape covers nothing earlier.
+    finds({Rect(20, 20, 40, 40), first}, {});
+    finds({Rect(10, 10, 50, 50, "a\"b.htm|say \"hi\"|x\"y||0|")},
+          {"Shape #1: error: the URL \"a\"b.htm\" does not parse", quote("URL"), quote("alt text"),
+           quote("target")});
 }
 
 void TestMapCheck::mapNameAndDefaultArea()
