@@ -22,9 +22,8 @@ private slots:
         MapDocument& doc = Map().Document();
         doc.FocusColor = RGBColor(64, 128, 255);
         doc.BorderColor = RGBColor(1, 2, 3);
-        const std::int16_t index = doc.AddShape();
-        doc.Shape(index).SetInfo(doc.Surface(), doc.NonFocusColor, Rectangle, 1.0, 10, 10);
-        doc.BringToTop(index);
+        // The one shape is on top.
+        doc.Shape(doc.AddShape()).SetInfo(doc.Surface(), doc.NonFocusColor, Rectangle, 1.0, 10, 10);
         ColorPicker picker(*m_canvas, m_host->ui);
         Child<QScrollBar>(picker, "ScrollRed")->setValue(200);
         QCOMPARE(doc.FocusColor, RGBColor(200, 128, 255));
