@@ -37,10 +37,7 @@ public:
     QQueue<std::optional<int>> choiceAnswers; // empty: the first row
     bool desktopOpens = true;
 
-    void Message(const QString& Text, Icon TheIcon) override
-    {
-        messages.append({Text, TheIcon, {}});
-    }
+    void Message(const QString& Text, Icon TheIcon) override { DetailedMessage(Text, TheIcon, {}); }
     void DetailedMessage(const QString& Text, Icon TheIcon, const QString& Detail) override
     {
         messages.append({Text, TheIcon, Detail});

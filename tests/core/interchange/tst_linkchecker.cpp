@@ -23,9 +23,12 @@ QString Cell(const LinkTableModel& Model, int Row, int Column = LinkTableModel::
     return Model.index(Row, Column).data().toString();
 }
 
-bool WaitUntilFinished(LinkTableModel& Model, QSignalSpy& Finished, int Milliseconds = 20000)
+// Checks every row and waits for the end.
+bool CheckedAll(LinkTableModel& Model)
 {
-    return !Model.IsChecking() || Finished.wait(Milliseconds);
+    QSignalSpy finished(&Model, &LinkTableModel::Finished);
+    Model.CheckAll();
+    return !Model.IsChecking() || finished.wait(20000);
 }
 
 } // namespace
@@ -70,7 +73,7 @@ private slots:
         QVERIFY(model.IsChecking());
         QCOMPARE(Cell(model, 0), QStringLiteral("Checking…"));
         QVERIFY(model.Summary().startsWith(QStringLiteral("Checking… 16 links: ")));
-        QVERIFY(WaitUntilFinished(model, finished));
+        QVERIFY(finished.wait(20000));
         QCOMPARE(finished.size(), 1);
         for (int row = 0; row < links.size(); ++row)
             QCOMPARE(Cell(model, row), rows[row].second);
@@ -99,11 +102,9 @@ private slots:
     void newBaseForgetsWhatWasLearnt()
     {
         LinkTableModel model;
-        QSignalSpy finished(&model, &LinkTableModel::Finished);
         model.SetLinks({QStringLiteral("ok"), QString()});
         model.SetBase(m_server.Url("/").toString(), QString());
-        model.CheckAll();
-        QVERIFY(WaitUntilFinished(model, finished));
+        QVERIFY(CheckedAll(model));
         QCOMPARE(Cell(model, 0), QStringLiteral("OK 200"));
         QCOMPARE(Cell(model, 0, LinkTableModel::UrlColumn), QStringLiteral("ok"));
         model.SetBase(QStringLiteral("http://127.0.0.1:1/"), QString());
@@ -138,10 +139,8 @@ private slots:
             links << m_server.Url(QStringLiteral("/ok?n=%1").arg(i)).toString();
         links << QString();
         LinkTableModel model;
-        QSignalSpy finished(&model, &LinkTableModel::Finished);
         model.SetLinks(links);
-        model.CheckAll();
-        QVERIFY(WaitUntilFinished(model, finished));
+        QVERIFY(CheckedAll(model));
         QCOMPARE(model.Summary(), QStringLiteral("301 links: 0 broken, 300 OK, 1 not checked."));
         QVERIFY(m_server.MaxOpenConnections() <= 6);
         QCOMPARE(m_server.Requests("HEAD /ok?n=299"), 1);

@@ -19,7 +19,7 @@ class TestOptionDialogs : public QObject, CanvasFixture
 private slots:
     void coloursApplyLiveAndResetRestores()
     {
-        MapDocument& doc = Map().Document();
+        MapDocument& doc = NewCanvas().Document();
         doc.FocusColor = RGBColor(64, 128, 255);
         doc.BorderColor = RGBColor(1, 2, 3);
         // The one shape is on top.
@@ -53,7 +53,7 @@ private slots:
 
     void gridSpacingAndCheckBoxes()
     {
-        GridForm form(Map(), m_host->ui);
+        GridForm form(NewCanvas(), m_host->ui);
         form.show();
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
@@ -82,7 +82,7 @@ private slots:
              {std::tuple(20, 20, ""), std::tuple(19, 19, "The width of the image is too small."),
               std::tuple(20, 19, "The height of the image is too small."),
               std::tuple(2000, 2001, "The image size is too big.")}) {
-            ShapeCanvas& map = Map();
+            ShapeCanvas& map = NewCanvas(300, 200);
             ImageSize dialog(map, m_host->ui);
             dialog.show();
             Child(dialog, "txtWidth")->setText(QString::number(width));
@@ -103,7 +103,7 @@ private slots:
         for (const auto& [width, height, percent, level] :
              {std::tuple(300, 200, "155", 1.6), std::tuple(300, 200, "145", 1.4),
               std::tuple(1000, 1000, "200", 2.0), std::tuple(1000, 1001, "200", 1.0)}) {
-            ShapeCanvas& map = Map(width, height);
+            ShapeCanvas& map = NewCanvas(width, height);
             Zoom dialog(map, m_host->ui);
             dialog.show();
             Child(dialog, "txtZooming")->setText(QString::fromLatin1(percent));
@@ -118,7 +118,6 @@ private slots:
     }
 
 private:
-    ShapeCanvas& Map(int width = 300, int height = 200) { return NewCanvas(width, height); }
     template <typename T = QLineEdit> static T* Child(QWidget& dialog, const char* name)
     {
         return dialog.findChild<T*>(QLatin1String(name));
