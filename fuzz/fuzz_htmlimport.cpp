@@ -35,10 +35,9 @@ QString AsWritten(const QString& Value, const QString& WhenBlank = QString())
 
 void SameText(const QString& Expected, const QString& Actual, const char* Field, std::size_t i)
 {
-    Expect(Expected == Actual, QStringLiteral("%1 of area %2: \"%3\" came back as \"%4\"")
-                                   .arg(QLatin1String(Field))
-                                   .arg(i)
-                                   .arg(Expected, Actual));
+    Expect(Expected == Actual,
+           QStringLiteral("%1 of area %2: \"%3\" came back as \"%4\"")
+               .arg(QLatin1String(Field), QString::number(i), Expected, Actual));
 }
 
 } // namespace

@@ -39,10 +39,9 @@ void SameNumber(double Before, double After, const char* Field)
 
 void SameValue(std::int64_t Before, std::int64_t After, const char* Field)
 {
-    Expect(Before == After, QStringLiteral("%1 changed: %2 became %3")
-                                .arg(QLatin1String(Field))
-                                .arg(Before)
-                                .arg(After));
+    Expect(Before == After,
+           QStringLiteral("%1 changed: %2 became %3")
+               .arg(QLatin1String(Field), QString::number(Before), QString::number(After)));
 }
 
 // After is Before written and read back once. The stacking order comes back as its

@@ -54,8 +54,8 @@ private slots:
         }
     }
 
-    // Typed URL and alt text reach the document in the Shapes panel's test, a target in
-    // the filter cases here.
+    // A typed URL reaches the document in the Shapes panel's filter test, a target in the
+    // filter cases here.
     void onlyTextCellsAreEditedAndEachEditIsTold()
     {
         MapDocument doc = ThreeShapes();
@@ -66,6 +66,7 @@ private slots:
         QVERIFY(!(model.flags(model.index(0, ShapeListModel::Left)) & Qt::ItemIsEditable));
         QVERIFY(!model.setData(model.index(1, ShapeListModel::Left), 5));
         QVERIFY(model.setData(model.index(1, ShapeListModel::Alt), QStringLiteral("New")));
+        QCOMPARE(doc.GetComment(1), QStringLiteral("New"));
         QCOMPARE(edited.count(), 1);
         QCOMPARE(edited.first().first().value<std::int16_t>(), std::int16_t(1));
     }
