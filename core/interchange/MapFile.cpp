@@ -6,12 +6,11 @@
 #include "core/interchange/MapTextReader.h"
 #include "core/interchange/MapTextWriter.h"
 #include "core/interchange/PictureLoader.h"
+#include "core/interchange/WholeFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <cerrno>
 #include <exception>
 #include <limits>
 #include <optional>
@@ -325,20 +324,13 @@ MapFile::WriteResult MapFile::SaveMap(const MapDocument& Document, const QString
         result.detail = ReadOnlyDetail(QDir::toNativeSeparators(FileName));
         return result;
     }
-    const QByteArray bytes = MapBytes(Document, FileName);
-    QSaveFile file(FileName);
-    // Unbuffered, so that a short write (disk full) shows in write()'s count: a buffered
-    // flush does not report it and commit() would keep the truncated file.
     // The new file takes the old one's mode before it replaces it.
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        (existing.isFile() && !file.setPermissions(existing.permissions())) ||
-        file.write(bytes) != bytes.size() || !file.commit()) {
-        // The system's own words: a short write leaves only "Unknown error" in the device.
-        const int cause = errno;
-        result.detail = cause != 0 ? qt_error_string(cause) : file.errorString();
-        file.cancelWriting();
+    const WholeFile::Result written = WholeFile::Replace(
+        FileName, MapBytes(Document, FileName),
+        existing.isFile() ? std::optional(existing.permissions()) : std::nullopt);
+    if (!written.ok) {
         result.message = SaveErrorMessage();
+        result.detail = written.detail;
         return result;
     }
     result.ok = true;

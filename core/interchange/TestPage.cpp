@@ -1,6 +1,7 @@
 #include "core/interchange/TestPage.h"
 
-#include <QSaveFile>
+#include "core/interchange/WholeFile.h"
+
 #include <algorithm>
 
 QString TestPage::Text(const QString& Code)
@@ -32,12 +33,5 @@ bool TestPage::WritePage(const QString& Path, const QString& Page)
         std::all_of(bytes.cbegin(), bytes.cend(), [](char c) { return (c & 0x80) == 0; });
     if (!ascii)
         bytes.prepend("\xEF\xBB\xBF");
-    QSaveFile file(Path);
-    // Unbuffered: a buffered short write (disk full) is not reported, and commit() would
-    // then keep the truncated page.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return false;
-    if (file.write(bytes) != bytes.size())
-        return false;
-    return file.commit();
+    return WholeFile::Replace(Path, bytes).ok;
 }

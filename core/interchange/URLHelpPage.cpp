@@ -1,6 +1,6 @@
 #include "core/interchange/URLHelpPage.h"
 
-#include <QSaveFile>
+#include "core/interchange/WholeFile.h"
 
 QString URLHelpPage::Text()
 {
@@ -17,13 +17,5 @@ QString URLHelpPage::Text()
 
 bool URLHelpPage::Write(const QString& Path)
 {
-    QSaveFile file(Path);
-    // Unbuffered: a buffered short write (disk full) is not reported, and commit() would
-    // then keep the truncated page.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return false;
-    const QByteArray bytes = Text().toLatin1();
-    if (file.write(bytes) != bytes.size())
-        return false;
-    return file.commit();
+    return WholeFile::Replace(Path, Text().toLatin1()).ok;
 }
