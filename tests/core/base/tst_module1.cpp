@@ -1,3 +1,4 @@
+#include "TableCase.h"
 #include "core/base/Module1.h"
 #include "core/base/Numeric.h"
 
@@ -56,8 +57,11 @@ private slots:
     {
         for (const auto& [value, rounded] :
              {std::pair(0.5, 0LL), std::pair(1.5, 2LL), std::pair(2.5, 2LL), std::pair(-2.5, -2LL),
-              std::pair(-3.5, -4LL), std::pair(2.5001, 3LL), std::pair(4294967296.5, 4294967296LL)})
+              std::pair(-3.5, -4LL), std::pair(2.5001, 3LL),
+              std::pair(4294967296.5, 4294967296LL)}) {
+            const TableCase row(value);
             QCOMPARE(qint64(RoundHalfEven(value)), qint64(rounded));
+        }
         QVERIFY_THROWS_EXCEPTION(OverflowError, RoundHalfEven(qQNaN()));
         QVERIFY_THROWS_EXCEPTION(OverflowError, RoundHalfEven(qInf()));
         QCOMPARE(RoundToInt16(32767.4), std::int16_t(32767));

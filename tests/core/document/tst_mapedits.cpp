@@ -1,5 +1,6 @@
 #include "RecordingSurface.h"
 #include "ShapeBuilders.h"
+#include "TableCase.h"
 #include "core/base/Numeric.h"
 #include "core/document/CanvasEditor.h"
 #include "core/document/DeleteShapeCommand.h"
@@ -315,6 +316,7 @@ private slots:
         // A map of one shape keeps the colour it came with.
         for (const auto& [n, state] :
              {std::pair(0, "n0? | 0"), std::pair(2, "n0F n1? n2? | 0,1,2")}) {
+            const TableCase row(n);
             RecordingSurface surface;
             MapDocument doc = Document(5, &surface);
             doc.ReStackArrayFromOptions(4);

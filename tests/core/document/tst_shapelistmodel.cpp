@@ -1,5 +1,6 @@
 #include "ShapeBuilders.h"
 #include "ShapeRow.h"
+#include "TableCase.h"
 #include "core/document/MapDocument.h"
 #include "core/document/ShapeListModel.h"
 #include "core/forms/GeometryForm.h"
@@ -107,6 +108,7 @@ private slots:
                                                                    {"_BLANK", {1}},
                                                                    {"Circle", {}},
                                                                    {".html", {1, 2}}}) {
+            const TableCase row(text);
             MapDocument doc = ThreeShapes();
             ShapeListModel model;
             model.SetDocument(&doc);

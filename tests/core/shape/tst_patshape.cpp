@@ -1,5 +1,6 @@
 #include "RecordingSurface.h"
 #include "ShapeBuilders.h"
+#include "TableCase.h"
 #include "core/base/Numeric.h"
 #include "core/document/CanvasGrid.h"
 #include "core/shape/PatShape.h"
@@ -83,6 +84,7 @@ private slots:
              {std::tuple(3, 4, -4, true), std::tuple(3, -4, 4, true), std::tuple(3, 5, 0, false),
               std::tuple(3, 0, -5, false), std::tuple(2, 0, 0, false),
               std::tuple(0, -110, -110, false)}) {
+            const TableCase row(n, dx, dy);
             PatShape s = ClickedPolygon(Points(three.begin(), three.begin() + n));
             s.AddPointToShape(100 + dx, 100 + dy);
             QCOMPARE(s.IsShapeDone(), closes);
@@ -128,6 +130,7 @@ private slots:
         for (const auto& [from, to, type] :
              {std::tuple(Polygon, 1, Rectangle), std::tuple(Rectangle, 7, Circle),
               std::tuple(Polygon, -3, Circle), std::tuple(Rectangle, 2, Polygon)}) {
+            const TableCase row(from, to);
             PatShape s = MakeShape(from, from == Polygon ? Triangle : shuffled);
             s.MorphTo(static_cast<std::int16_t>(to));
             QCOMPARE(s.GetShapeType(), std::int16_t(type));
@@ -142,6 +145,7 @@ private slots:
         for (const auto& [from, to, x, expected] :
              {std::tuple(2.0, 1.0, 5, 2), std::tuple(2.0, 1.0, 7, 4), std::tuple(2.0, 1.0, -5, -2),
               std::tuple(0.5, 1.5, 3, 9)}) {
+            const TableCase row(from, to, x);
             PatShape s = MakeShape(Polygon, {{x, 0}, {0, x}}, nullptr, from);
             s.ResetPointsToZoom(to);
             QCOMPARE(PointsText(s), QStringLiteral("(%1,0) (0,%1)").arg(expected));
@@ -178,8 +182,10 @@ private slots:
               std::tuple(&rect, 55, 10, -2), std::tuple(&rect, 13, 13, 0),
               std::tuple(&small, 11, 13, 0), std::tuple(&small, 19, 14, 1),
               std::tuple(&circle, 45, 25, -1), std::tuple(&star, 50, 50, -2),
-              std::tuple(&star, 50, 15, -1)})
+              std::tuple(&star, 50, 15, -1)}) {
+            const TableCase row(x, y);
             QCOMPARE(int(shape->IsCursorOnShape(x, y)), hit);
+        }
     }
 
     void moveShapeReportsAreasInOrder()
@@ -230,6 +236,7 @@ private slots:
               std::tuple(Rectangle, 0, 70, 60, "(70,60) (50,60) (50,40) (70,40)"),
               std::tuple(Circle, 0, 20, 25, "(20,25) (50,25) (50,40) (20,40)"),
               std::tuple(Polygon, 2, 35, 50, "(10,10) (50,10) (35,50) (10,40)")}) {
+            const TableCase row(type, vertex, x, y);
             RecordingSurface surface;
             PatShape s = MakeShape(type, Corners(10, 10, 50, 40), &surface);
             const QRegion before = DrawnArea(s);

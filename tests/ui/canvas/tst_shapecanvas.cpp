@@ -1,5 +1,6 @@
 #include "CanvasFixture.h"
 #include "ShapeBuilders.h"
+#include "TableCase.h"
 #include "core/document/VertexEditor.h"
 #include "core/document/ViewScale.h"
 #include "core/shape/ShapePainter.h"
@@ -71,6 +72,7 @@ private slots:
         const std::pair<QPoint, bool> cases[] = {
             {{14, 6}, true}, {{6, 14}, true}, {{15, 10}, false}, {{10, 5}, false}};
         for (const auto& [last, closed] : cases) {
+            const TableCase row(last);
             NewCanvas();
             Draw(Mode::Rectangle, {200, 200}, {250, 250});
             StartPolygon({{10, 10}, {100, 10}, {100, 100}, last});
@@ -123,6 +125,7 @@ private slots:
             {Mode::Rectangle, Qt::LeftButton, false, {40, 45}, {23, 32}},
             {Mode::Pointer, Qt::RightButton, false, {40, 45}, {13, 17}}};
         for (const auto& [mode, button, snap, to, corner] : cases) {
+            const TableCase row(int(mode), button, snap, to);
             NewCanvas();
             Draw(Mode::Rectangle, {13, 17}, {53, 57});
             Doc().GridSnap = snap;
@@ -201,6 +204,7 @@ private slots:
         const std::pair<int, QList<int>> cases[] = {
             {1000, {1000, 41, 6}}, {1, {1, 1, 1}}, {0, {}}}; // hidden when it just fits
         for (const auto& [extra, steps] : cases) {
+            const TableCase row(extra);
             NewCanvas(100, 100);
             const QSize viewport = Child("HoldPicbox")->size() + QSize(extra, extra);
             m_canvas->SetNewPicture(WhitePicture(viewport.width(), viewport.height()),

@@ -1,4 +1,5 @@
 #include "CanvasFixture.h"
+#include "TableCase.h"
 #include "core/base/Module1.h"
 #include "core/forms/SteppedNumberEntry.h"
 #include "ui/dialogs/ColorPicker.h"
@@ -46,6 +47,7 @@ private slots:
         for (const auto& [text, bar, left] :
              {std::tuple("4", 4, "4"), std::tuple("100", 100, "100"), std::tuple("3", -1, "20"),
               std::tuple("", -1, "20")}) {
+            const TableCase row(text);
             QCOMPARE(spacing.ScrollValueFor(text).value_or(-1), bar);
             QCOMPARE(spacing.TextOnLeave(text, 20), QString::fromLatin1(left));
         }

@@ -1,4 +1,5 @@
 #include "FrameFixture.h"
+#include "TableCase.h"
 #include "ui/dialogs/ColorPicker.h"
 #include "ui/dialogs/GridForm.h"
 #include "ui/dialogs/ImageSize.h"
@@ -101,6 +102,7 @@ private slots:
         strip.show();
         QVERIFY(QTest::qWaitForWindowExposed(&strip));
         const auto buttons = strip.findChildren<QToolButton*>();
+        QVERIFY(!buttons.isEmpty());
         const auto allShown = [&] {
             for (const QToolButton* button : buttons) {
                 const QRect onStrip(button->mapTo(&strip, QPoint(0, 0)), button->size());
@@ -143,6 +145,7 @@ private slots:
         const QRect free = Screen(screen)->availableGeometry();
         for (const auto& [at, fits] : {std::pair{free.topLeft() + QPoint(30, 30), true},
                                        std::pair{free.bottomRight() - QPoint(20, 20), false}}) {
+            const TableCase row(at);
             panel->move(at);
             panel->hide();
             panel->show();
