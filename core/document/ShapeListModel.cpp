@@ -126,6 +126,9 @@ QVariant ShapeListModel::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::TextAlignmentRole)
         return QVariant();
     const std::int16_t number = ShapeAt(index.row());
+    // A row the view has not yet heard is gone shows nothing rather than failing.
+    if (number < 0 || number > m_document->ItemCount())
+        return QVariant();
     const PatShape& shape = m_document->Shape(number);
     if (role == Qt::TextAlignmentRole) {
         if (index.column() >= Left)

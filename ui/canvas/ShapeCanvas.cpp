@@ -578,6 +578,11 @@ void ShapeCanvas::OnKeyPressed(int Key)
             DeleteShape();
         return;
     }
+    // Escape puts a shape being dragged back where the press found it.
+    if (Key == Qt::Key_Escape && !building && m_history.GestureOpen()) {
+        CancelGesture();
+        return;
+    }
     // Keys while a shape is drawn or dragged belong to that gesture's step.
     if (building || m_history.GestureOpen()) {
         Guarded([&] { m_editor.KeyDown(Key); });
@@ -815,7 +820,22 @@ void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
 void ShapeCanvas::Undo()
 {
     m_pointer->ReleaseAll();
+    // In the middle of a drag or a polygon, undo takes back only what it has done so far.
+    if (m_history.GestureOpen()) {
+        CancelGesture();
+        return;
+    }
     Guarded([&] { m_history.Undo(); });
+}
+
+void ShapeCanvas::CancelGesture()
+{
+    m_pointer->ReleaseAll();
+    m_gestureName.clear();
+    Guarded([&] { m_history.CancelGesture(); });
+    // A button still held lets go of the shape: the rest of the drag moves nothing.
+    m_document.HitState = -2;
+    emit MapChanged(true);
 }
 
 void ShapeCanvas::Redo()

@@ -186,6 +186,8 @@ private:
     // map.
     void SettleGesture();
     void FinishGesture();
+    // Takes back the open gesture, as if it had never started.
+    void CancelGesture();
     void Nudge(int Key);
     template <class Command> bool Guarded(Command&& command);
     template <class Command> bool GuardedWithSnapshot(Command&& command);

@@ -479,6 +479,20 @@ private slots:
         QCOMPARE(map.Bytes(), start);
     }
 
+    void aPressAwayFromTheRubberBandsEndRepaintsTheBand()
+    {
+        // The pointer last moved to (100, 100); the view scrolled and the next press lands
+        // elsewhere: the band drawn to (100, 100) must not stay on the screen.
+        RecordingSurface surface;
+        MapDocument doc = Document(0, &surface);
+        CanvasEditor editor(doc);
+        editor.Press(10, 10, CanvasHost::DrawingMode::Polygon);
+        editor.Move(100, 100, false, false);
+        surface.clear();
+        editor.Press(50, 20, CanvasHost::DrawingMode::Polygon);
+        QVERIFY(surface.invalidated.contains(QPoint(80, 80)));
+    }
+
     void consecutiveNudgesAreOneStep()
     {
         Headless map(3);

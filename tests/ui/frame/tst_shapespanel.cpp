@@ -98,6 +98,33 @@ private slots:
         Trigger("EditRedo");
         QCOMPARE(List().model()->rowCount(), 2);
         QCOMPARE(SelectedShape(), 1);
+
+        // Undo or Escape in the middle of a drag puts the shape back, and the rest of the
+        // drag moves nothing; undo of a polygon half drawn takes it out of the list.
+        QWidget* surface = &map->Surface();
+        const std::vector<ShapePoint> before = map->Document().Shape(1).Points();
+        const int steps = map->UndoStack().index();
+        for (const bool escape : {false, true}) {
+            QTest::mousePress(surface, Qt::LeftButton, {}, {30, 30});
+            QTest::mouseMove(surface, {40, 40});
+            if (escape)
+                QTest::keyClick(surface, Qt::Key_Escape);
+            else
+                Trigger("EditUndo");
+            QTest::mouseMove(surface, {50, 50});
+            QTest::mouseMove(surface, {60, 70});
+            QTest::mouseRelease(surface, Qt::LeftButton, {}, {60, 70});
+            QCOMPARE(map->Document().Shape(1).Points(), before);
+            QCOMPARE(map->UndoStack().index(), steps);
+        }
+        Trigger("PolygonMode");
+        QTest::mouseClick(surface, Qt::LeftButton, {}, {200, 200});
+        QTest::mouseClick(surface, Qt::LeftButton, {}, {260, 200});
+        QCOMPARE(List().model()->rowCount(), 3);
+        Trigger("EditUndo");
+        QCOMPARE(List().model()->rowCount(), 2);
+        QCOMPARE(List().model()->index(1, 0).data().toString(), QStringLiteral("Shape #2"));
+        QCOMPARE(map->UndoStack().index(), steps);
     }
 
     void listFollowsTheActiveMapAndLetsGoOfClosedOnes()
