@@ -545,7 +545,11 @@ void ShapeCanvas::SettleGesture()
         if (m_document.PolygonInProgress)
             OnKeyPressed(Qt::Key_Escape);
     }
+    // A drag ends here too: what the button still held does next would be no step.
+    const bool dragging = m_history.GestureOpen();
     FinishGesture();
+    if (dragging)
+        m_document.HitState = -2;
 }
 
 void ShapeCanvas::OnDoubleClicked()

@@ -1,4 +1,5 @@
 #include "FrameFixture.h"
+#include "ShapeBuilders.h"
 #include "core/document/ShapeListModel.h"
 #include "core/forms/GeometryForm.h"
 #include "ui/canvas/CanvasSurface.h"
@@ -117,6 +118,17 @@ private slots:
             QCOMPARE(map->Document().Shape(1).Points(), before);
             QCOMPARE(map->UndoStack().index(), steps);
         }
+        // Any other command in the middle of a drag ends the drag as a step of its own.
+        QTest::mousePress(surface, Qt::LeftButton, {}, {30, 30});
+        QTest::mouseMove(surface, {40, 40});
+        Trigger("PasteShape");
+        QTest::mouseMove(surface, {50, 50});
+        QTest::mouseMove(surface, {60, 70});
+        QTest::mouseRelease(surface, Qt::LeftButton, {}, {60, 70});
+        QCOMPARE(map->Document().Shapes().back().Points(), Corners(0, 0, 40, 40));
+        Trigger("EditUndo");
+        Trigger("EditUndo");
+        QCOMPARE(map->Document().Shape(1).Points(), before);
         Trigger("PolygonMode");
         QTest::mouseClick(surface, Qt::LeftButton, {}, {200, 200});
         QTest::mouseClick(surface, Qt::LeftButton, {}, {260, 200});
