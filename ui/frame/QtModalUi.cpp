@@ -139,4 +139,8 @@ void QtModalUi::Prepare(QFileDialog& Dialog, bool Save, const QStringList& Filte
         Dialog.selectNameFilter(Selected);
     Dialog.setAcceptMode(Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     Dialog.setFileMode(Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A name typed without its extension is the map file it will become: the dialog asks
+    // before it replaces plan.imp when the user typed plan.
+    if (Save)
+        Dialog.setDefaultSuffix(QStringLiteral("imp"));
 }

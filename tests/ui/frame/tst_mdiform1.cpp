@@ -322,6 +322,13 @@ private slots:
         QCOMPARE(save.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
                  QStringLiteral("Image Map Files"));
         QCOMPARE(save.acceptMode(), QFileDialog::AcceptSave);
+        // A bare name is checked against the file it becomes, so replacing it is asked.
+        save.setDirectory(m_dir.path());
+        save.selectFile(QStringLiteral("plan"));
+        QCOMPARE(save.selectedFiles(), QStringList{m_dir.filePath(QStringLiteral("plan.imp"))});
+        save.selectFile(QStringLiteral("my.imports.txt"));
+        QCOMPARE(save.selectedFiles(),
+                 QStringList{m_dir.filePath(QStringLiteral("my.imports.txt"))});
     }
 
     void openRecentListsSavedAndOpenedMaps()
