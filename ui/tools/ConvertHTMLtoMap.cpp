@@ -26,6 +26,9 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_text->setPlainText(QStringLiteral("Paste HTML Code Here\n"));
+    // The hint is selected, so that the first paste or keystroke replaces it.
+    m_text->selectAll();
+    m_text->setFocus();
     auto* frameLayout = new QVBoxLayout(frame);
     frameLayout->addWidget(m_text);
 

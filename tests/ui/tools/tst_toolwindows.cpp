@@ -306,6 +306,17 @@ private slots:
         QCOMPARE(Doc().DefURL, QStringLiteral("old.htm"));
     }
 
+    // The hint goes with the first paste or keystroke, as a user expects of it.
+    void pastedCodeReplacesTheHint()
+    {
+        auto* text = m_s->dialog.findChild<QPlainTextEdit*>("Text1");
+        QCOMPARE(text->toPlainText(), QStringLiteral("Paste HTML Code Here\n"));
+        QGuiApplication::clipboard()->setText(QStringLiteral("<map name=\"m\">"));
+        QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClicks(text, QStringLiteral("</map>"));
+        QCOMPARE(text->toPlainText(), QStringLiteral("<map name=\"m\"></map>"));
+    }
+
     // What the lossless reading keeps is its own test's; here, that the option reaches it.
     void keepTextKeepsCase()
     {
