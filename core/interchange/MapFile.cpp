@@ -164,6 +164,19 @@ void ReadShapes(MapTextReader& in, MapDocument& document, ShapeSurface* surface)
         document.TopShape().ShapeColor = document.FocusColor;
 }
 
+// What is wrong with the value the reader failed on, in the user's words.
+QString FaultOf(const MapTextReader& in)
+{
+    if (!in.LastValueMissing()) {
+        QString text = in.LastValueText().trimmed();
+        if (text.size() > 40)
+            text = text.left(40) + QStringLiteral("...");
+        return MapFile::BadLineDetail(in.LineOfLastValue(), text);
+    }
+    const int lines = in.LineOfLastValue() - 1;
+    return lines == 0 ? MapFile::EmptyDetail() : MapFile::EndsEarlyDetail(lines);
+}
+
 void ReadDefaultArea(MapTextReader& in, MapDocument& document)
 {
     document.DefURL = in.String();
@@ -192,11 +205,16 @@ MapFile::ReadResult MapFile::OpenMapFile(const QString& FileNameToOpen, ShapeSur
 MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& FileNameToOpen,
                                      ShapeSurface* Surface)
 {
+    // Outside the try: what it read last says what is wrong with the file.
+    std::optional<MapTextReader> reader;
     try {
         std::optional<MapTextCodec::Utf8Text> text = MapTextCodec::DecodeToUtf8(Bytes);
-        if (!text)
-            return Failed({CannotLoadMessage()});
-        MapTextReader in(std::move(text->bytes), text->ascii);
+        if (!text) {
+            ReadResult failed = Failed({CannotLoadMessage()});
+            failed.detail = NotTextDetail();
+            return failed;
+        }
+        MapTextReader& in = reader.emplace(std::move(text->bytes), text->ascii);
         MapDocument document;
         in.String(); // the format version is never checked
         in.String(); // where it was last saved; a copy keeps its original's name here
@@ -231,6 +249,10 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
     } catch (const UnviewableZoom& zoom) {
         ReadResult failed = Failed({CannotLoadMessage()});
         failed.detail = UnviewableZoomDetail(zoom.value);
+        return failed;
+    } catch (const FormatError&) {
+        ReadResult failed = Failed({CannotLoadMessage()});
+        failed.detail = reader ? FaultOf(*reader) : QString();
         return failed;
     } catch (const TooManyShapes&) {
         ReadResult failed = Failed({CannotLoadMessage()});

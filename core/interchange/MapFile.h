@@ -48,6 +48,19 @@ public:
     {
         return QStringLiteral("A map holds at most 32,768 shapes.");
     }
+    static QString NotTextDetail() { return QStringLiteral("The file is not a text file."); }
+    static QString EmptyDetail() { return QStringLiteral("The file is empty."); }
+    static QString EndsEarlyDetail(int Lines)
+    {
+        return QStringLiteral("The file ends after line %1, before the map is complete.")
+            .arg(Lines);
+    }
+    static QString BadLineDetail(int Line, const QString& Text)
+    {
+        return QStringLiteral("Line %1, \"%2\", is not a value a map file can hold there.")
+            .arg(Line)
+            .arg(Text);
+    }
     // The zoom levels a map file may hold.
     static constexpr double LeastZoom = 0.01;
     static constexpr double GreatestZoom = 100.0;

@@ -204,11 +204,13 @@ Q_ALWAYS_INLINE QString MapTextReader::Value(QByteArrayView Line)
 
 QString MapTextReader::String()
 {
+    m_valueStart = m_pos;
     return Value(NextLine());
 }
 
 std::int64_t MapTextReader::Integer(std::int64_t Low, std::int64_t High)
 {
+    m_valueStart = m_pos;
     const char* const text = m_text.constData();
     const char* const end = text + m_text.size();
     const char* const p = text + m_pos;
@@ -249,6 +251,7 @@ std::int32_t MapTextReader::Int32()
 
 double MapTextReader::Double()
 {
+    m_valueStart = m_pos;
     const QString line = Text(NextLine());
     const QStringView text = QStringView(line).trimmed();
     if (!IsDecimal(text))
@@ -262,6 +265,7 @@ double MapTextReader::Double()
 
 bool MapTextReader::Boolean()
 {
+    m_valueStart = m_pos;
     const QString line = Text(NextLine());
     const QStringView text = QStringView(line).trimmed();
     if (text.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0)
@@ -274,6 +278,7 @@ bool MapTextReader::Boolean()
 
 std::vector<ShapePoint> MapTextReader::Points()
 {
+    m_valueStart = m_pos;
     if (m_pos >= m_text.size())
         throw FormatError();
     std::vector<ShapePoint> points;
@@ -418,4 +423,22 @@ std::vector<ShapePoint> MapTextReader::AnyPoints()
     for (std::size_t j = 0; j < points.size(); ++j)
         points[j] = {number(m_pieces[2 * j]), number(m_pieces[2 * j + 1])};
     return points;
+}
+
+int MapTextReader::LineOfLastValue() const
+{
+    const qsizetype start = std::min(m_valueStart, m_text.size());
+    return int(QByteArrayView(m_text.constData(), start).count('\n')) + 1;
+}
+
+QString MapTextReader::LastValueText() const
+{
+    if (LastValueMissing())
+        return QString();
+    const qsizetype end = m_text.indexOf('\n', m_valueStart);
+    QByteArrayView line(m_text.constData() + m_valueStart,
+                        (end < 0 ? m_text.size() : end) - m_valueStart);
+    if (line.endsWith('\r'))
+        line.chop(1);
+    return Text(line);
 }

@@ -43,6 +43,12 @@ public:
     // to find.
     qsizetype BytesLeft() const { return m_pos < m_text.size() ? m_text.size() - m_pos : 0; }
 
+    // Where the value read last began, to tell the user what is wrong with a file: its line
+    // (from 1), whether the file ended before it, and its text as written.
+    int LineOfLastValue() const;
+    bool LastValueMissing() const { return m_valueStart >= m_text.size(); }
+    QString LastValueText() const;
+
 private:
     // A piece of a points line, scanned before it is known whether it is taken.
     struct Piece
@@ -69,6 +75,7 @@ private:
     QByteArray m_text;
     bool m_ascii = false;
     qsizetype m_pos = 0;
+    qsizetype m_valueStart = 0;
     // Kept from line to line: a points line costs no allocation but its result.
     std::vector<std::int32_t> m_values;
     std::vector<Piece> m_pieces;

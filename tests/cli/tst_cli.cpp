@@ -126,7 +126,7 @@ private slots:
         for (const char* command : {"dump", "lint", "links"})
             QTest::addRow("%s of what is no map", command)
                 << QStringList{command, "pic.png"} << 1
-                << QByteArray("Error, map cannot be loaded.\n");
+                << QByteArray("Error, map cannot be loaded.\nThe file is not a text file.\n");
         QTest::newRow("links of a missing map")
             << QStringList{"links", "absent.imp"} << 1
             << QByteArray("Error, map cannot be loaded.\nNo such file or directory\n");

@@ -123,10 +123,12 @@ private slots:
         QCOMPARE(MapFile::MapBytes(read.document, path), MapFile::MapBytes(doc, path));
     }
 
+    // Each refusal says why beside its message: the line at fault and what it holds.
     void refusesBrokenFiles_data()
     {
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<QString>("detail");
         const QStringList valid = ValidLines();
         const auto with = [&](int index, const QString& value) {
             QStringList lines = valid;
@@ -135,46 +137,59 @@ private slots:
         };
         const QStringList cannot{CannotLoad};
         const QStringList noPicture{NotFound, CannotLoad};
+        const auto bad = [](int line, const QString& text) {
+            return MapFile::BadLineDetail(line, text);
+        };
+        const QString ends10 = MapFile::EndsEarlyDetail(10);
 
-        QTest::newRow("empty file") << QStringList{} << cannot;
-        QTest::newRow("header cut short") << valid.mid(0, 10) << cannot;
-        QTest::newRow("shape record cut short") << valid.mid(0, 28) << cannot;
-        QTest::newRow("word for map style") << with(5, "three") << cannot;
-        QTest::newRow("map style out of range") << with(5, " 6 ") << cannot;
-        QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot;
-        QTest::newRow("rectangle with three points") << with(24, "10,20,110,20,110,80,") << cannot;
-        QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot;
-        QTest::newRow("huge shape count in a short file") << with(22, " 32767 ") << cannot;
-        QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot;
+        QTest::newRow("empty file") << QStringList{} << cannot << MapFile::EmptyDetail();
+        QTest::newRow("header cut short") << valid.mid(0, 10) << cannot << ends10;
+        QTest::newRow("shape record cut short")
+            << valid.mid(0, 28) << cannot << MapFile::EndsEarlyDetail(28);
+        QTest::newRow("word for map style") << with(5, "three") << cannot << bad(6, "three");
+        QTest::newRow("map style out of range") << with(5, " 6 ") << cannot << bad(6, "6");
+        QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot
+                                                 << bad(25, "10,20,x,20,110,80,10,80,");
+        QTest::newRow("rectangle with three points")
+            << with(24, "10,20,110,20,110,80,") << cannot << bad(25, "10,20,110,20,110,80,");
+        QTest::newRow("shape count below -1") << with(22, "-2 ") << cannot << bad(23, "-2");
+        QTest::newRow("huge shape count in a short file")
+            << with(22, " 32767 ") << cannot << bad(23, "32767");
+        QTest::newRow("stacking entry repeated") << with(31, " 0 ") << cannot << bad(41, "0");
         // Zoom levels no command can set: a view past the 32-bit range or of no size at all.
-        QTest::newRow("zoom 7.7E+80") << with(12, "7.7E+80") << cannot;
-        QTest::newRow("zoom 1E-300") << with(12, "1E-300") << cannot;
+        QTest::newRow("zoom 7.7E+80")
+            << with(12, "7.7E+80") << cannot << MapFile::UnviewableZoomDetail(7.7E+80);
+        QTest::newRow("zoom 1E-300")
+            << with(12, "1E-300") << cannot << MapFile::UnviewableZoomDetail(1E-300);
         QTest::newRow("byte-order mark before a number")
-            << with(5, QChar(0xFEFF) + QString(" 2 ")) << cannot;
+            << with(5, QChar(0xFEFF) + QString(" 2 ")) << cannot
+            << bad(6, QChar(0xFEFF) + QString(" 2"));
         QTest::newRow("point past 32 bits")
-            << with(24, "10,20,110,20,110,80,10,2147483648,") << cannot;
-        QTest::newRow("number of 19 digits") << with(8, "1234567890123456789") << cannot;
-        QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot;
-        QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture;
+            << with(24, "10,20,110,20,110,80,10,2147483648,") << cannot
+            << bad(25, "10,20,110,20,110,80,10,2147483648,");
+        QTest::newRow("number of 19 digits")
+            << with(8, "1234567890123456789") << cannot << bad(9, "1234567890123456789");
+        QTest::newRow("long line cut")
+            << with(8, QString(50, 'x')) << cannot << bad(9, QString(40, 'x') + "...");
+        QTest::newRow("NUL byte") << with(4, QStringLiteral("Har") + QChar(0) + "bour") << cannot
+                                  << MapFile::NotTextDetail();
+        QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture << QString();
         // The picture is looked for right after its name; a later fault adds nothing.
-        QTest::newRow("picture deleted, rest cut") << with(3, "gone.png").mid(0, 6) << noPicture;
+        QTest::newRow("picture deleted, rest cut")
+            << with(3, "gone.png").mid(0, 6) << noPicture << QString();
     }
 
     void refusesBrokenFiles()
     {
         QFETCH(QStringList, lines);
         QFETCH(QStringList, messages);
+        QFETCH(QString, detail);
         const QByteArray bytes = lines.isEmpty() ? QByteArray() : Crlf(lines);
         const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("lines.imp"));
         QVERIFY(!read.ok);
         QCOMPARE(read.messages, messages);
         QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
-        // A zoom refused says so beside the message.
-        if (QByteArray(QTest::currentDataTag()).startsWith("zoom "))
-            QCOMPARE(read.detail,
-                     QStringLiteral("The zoom level %1 is outside the range a map can be "
-                                    "shown at (0.01 to 100).")
-                         .arg(lines[12].toDouble()));
+        QCOMPARE(read.detail, detail);
     }
 
     void findsMovedPictureBesideTheMap_data()
