@@ -4,6 +4,7 @@
 #include "core/interchange/TestPage.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 QString MapTest::Run(const QString& Code, ModalUi& Ui, const QString& Folder)
 {
@@ -18,7 +19,9 @@ QString MapTest::RunPage(const QString& Page, ModalUi& Ui, const QString& Folder
     if (!TestPage::WritePage(path, Page))
         return QString();
     QCoreApplication::processEvents();
+    // The page is there all the same; the user can open it by hand.
     if (!Ui.OpenWithDesktop(path))
-        Ui.Message(BrowserFailureMessage(), ModalUi::Icon::Critical);
+        Ui.DetailedMessage(BrowserFailureMessage(), ModalUi::Icon::Critical,
+                           PageWrittenDetail(QDir::toNativeSeparators(path)));
     return path;
 }

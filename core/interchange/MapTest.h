@@ -13,6 +13,11 @@ public:
     {
         return QStringLiteral("There was an error while trying to open the default browser.");
     }
+    static QString PageWrittenDetail(const QString& Page)
+    {
+        return QStringLiteral("The test page is \"%1\"; open it in a browser to try the map.")
+            .arg(Page);
+    }
     // Code is the map's test form; empty (a map without shapes, already reported)
     // does nothing. A page that cannot be written ends the test without a message.
     // Returns the page's path when the page was written.

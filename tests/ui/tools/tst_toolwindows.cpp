@@ -211,6 +211,8 @@ private slots:
         QCOMPARE(ui.opened, QStringList({page, page}));
         QCOMPARE(ui.messageTexts(),
                  QStringList({"There was an error while trying to open the default browser."}));
+        // Beside it, where the page is, to open by hand.
+        QCOMPARE(ui.messages.front().detail, MapTest::PageWrittenDetail(page));
     }
 
     void choosingAFormatShowsAndCopiesIt()
