@@ -152,12 +152,44 @@ void CanvasSurface::keyPressEvent(QKeyEvent* event)
         if (!m_panning)
             setCursor(Qt::OpenHandCursor);
     }
+    // A picture larger than its window scrolls from the keyboard too; the map is untouched.
+    if (const QPoint page = PageScroll(*event); !page.isNull()) {
+        emit Panned(page);
+        event->accept();
+        return;
+    }
     // Some platforms send Shift+Tab as Tab with Shift held.
     if (event->key() == Qt::Key_Tab && (event->modifiers() & Qt::ShiftModifier))
         emit KeyPressed(Qt::Key_Backtab);
     else
         emit KeyPressed(event->key());
     event->accept();
+}
+
+QPoint CanvasSurface::PageScroll(const QKeyEvent& event) const
+{
+    const QSize window = parentWidget() != nullptr ? parentWidget()->size() : size();
+    const bool sideways = event.modifiers() & Qt::ShiftModifier;
+    // The ends lie at most the surface's own size away.
+    const int far = sideways ? width() : height();
+    int step = 0;
+    switch (event.key()) {
+    case Qt::Key_PageUp:
+        step = -(sideways ? window.width() : window.height()) * 9 / 10;
+        break;
+    case Qt::Key_PageDown:
+        step = (sideways ? window.width() : window.height()) * 9 / 10;
+        break;
+    case Qt::Key_Home:
+        step = -far;
+        break;
+    case Qt::Key_End:
+        step = far;
+        break;
+    default:
+        return {};
+    }
+    return sideways ? QPoint(step, 0) : QPoint(0, step);
 }
 
 void CanvasSurface::keyReleaseEvent(QKeyEvent* event)

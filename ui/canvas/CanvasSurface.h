@@ -49,7 +49,8 @@ signals:
     void DoubleClicked();
     void KeyPressed(int Key);
     void PointerLeft();
-    // Space held and the pointer dragged: the view should move by Delta screen pixels.
+    // Space held and the pointer dragged, or a page key: the view should move by Delta
+    // screen pixels.
     void Panned(QPoint Delta);
     void Resized();
 
@@ -76,6 +77,9 @@ private:
     QPoint m_panFrom;
 
     void EndSpacePan();
+    // How far a page key moves the view: Page Up and Down by most of the window, Home
+    // and End to the ends; with Shift, sideways. Null for any other key.
+    QPoint PageScroll(const QKeyEvent& event) const;
     // What was drawn, copied again on repaints; a cache, so const painting updates it.
     mutable MapLayer m_layer;
 };

@@ -525,6 +525,19 @@ private slots:
         QCOMPARE(Bar("VScroll1")->value(), 80);
         QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
         QVERIFY(!m_canvas->PointerConfined());
+        // The page keys scroll by most of the window, with Shift sideways; Home and End go
+        // to the ends.
+        const int page = Viewport()->height() * 9 / 10;
+        Key(Qt::Key_PageDown);
+        QCOMPARE(Bar("VScroll1")->value(), qMin(80 + page, Bar("VScroll1")->maximum()));
+        Key(Qt::Key_End, Qt::ShiftModifier);
+        QCOMPARE(Bar("HScroll1")->value(), Bar("HScroll1")->maximum());
+        Key(Qt::Key_PageUp, Qt::ShiftModifier);
+        QCOMPARE(Bar("HScroll1")->value(),
+                 Bar("HScroll1")->maximum() - Viewport()->width() * 9 / 10);
+        Key(Qt::Key_Home);
+        QCOMPARE(Bar("VScroll1")->value(), 0);
+        QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
     }
 
     void controlWheelZoomsAboutThePointer()
