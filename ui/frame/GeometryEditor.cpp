@@ -44,6 +44,12 @@ QWidget* GeometryEditor::BuildFields()
         m_fields[i]->setObjectName(QString::fromLatin1(names[i]));
         m_labels[i]->setBuddy(m_fields[i]);
         connect(m_fields[i], &QLineEdit::returnPressed, this, &GeometryEditor::Apply);
+        // Typed and left for the picture or another field: kept as Enter would keep it,
+        // without a message that would interrupt the click that took the focus away.
+        connect(m_fields[i], &QLineEdit::editingFinished, this, [this, field = m_fields[i]] {
+            if (!field->hasFocus() && field->isModified())
+                ApplyFields(true);
+        });
         form->addRow(m_labels[i], m_fields[i]);
     }
     return page;
@@ -128,7 +134,7 @@ void GeometryEditor::Load(ShapeCanvas* Map)
     m_loading = false;
 }
 
-bool GeometryEditor::Run(const std::function<QString()>& Change)
+bool GeometryEditor::Run(const std::function<QString()>& Change, bool Quiet)
 {
     if (!m_map || m_index < 0)
         return false;
@@ -141,7 +147,8 @@ bool GeometryEditor::Run(const std::function<QString()>& Change)
         refusal = QString::fromLocal8Bit(error.what());
     }
     if (!refusal.isEmpty()) {
-        m_ui.Message(refusal, ModalUi::Icon::Critical);
+        if (!Quiet)
+            m_ui.Message(refusal, ModalUi::Icon::Critical);
         // The fields show the shape as it stayed.
         for (QLineEdit* field : m_fields)
             field->setModified(false);
@@ -167,12 +174,19 @@ bool GeometryEditor::Apply()
         }
         return Run([&] { return GeometryForm::ApplyVertices(m_map->Document(), m_index, rows); });
     }
+    return ApplyFields(false);
+}
+
+bool GeometryEditor::ApplyFields(bool Quiet)
+{
+    if (!m_map || m_index < 0 || m_loading || m_pages->currentIndex() != 1)
+        return false;
     QStringList texts;
     for (QLineEdit* field : m_fields) {
         if (!field->isHidden())
             texts.append(field->text());
     }
-    return Run([&] { return GeometryForm::ApplyFields(m_map->Document(), m_index, texts); });
+    return Run([&] { return GeometryForm::ApplyFields(m_map->Document(), m_index, texts); }, Quiet);
 }
 
 void GeometryEditor::InsertVertex()

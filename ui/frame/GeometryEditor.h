@@ -16,7 +16,8 @@ class ShapeCanvas;
 // The top shape's geometry as numbers in picture pixels, below the shapes list: a
 // rectangle's left, top, width and height, a circle's centre and radius, or a
 // polygon's vertices with rows to insert and delete. Enter applies; refused input is
-// explained and leaves the shape as it was.
+// explained and leaves the shape as it was. A field left without Enter applies too, and
+// quietly goes back when its value is refused.
 class GeometryEditor : public QWidget
 {
     Q_OBJECT
@@ -45,5 +46,6 @@ private:
 
     QWidget* BuildFields();
     QWidget* BuildVertices();
-    bool Run(const std::function<QString()>& Change);
+    bool Run(const std::function<QString()>& Change, bool Quiet = false);
+    bool ApplyFields(bool Quiet);
 };

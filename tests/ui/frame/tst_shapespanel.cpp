@@ -176,7 +176,7 @@ private slots:
         QCOMPARE(SelectedShape(), 0);
     }
 
-    void geometryEditorAppliesOnEnter()
+    void geometryEditorAppliesOnEnterOrWhenLeft()
     {
         ShapeCanvas* map = NewMap();
         Draw(*map, "RectangleMode", {{10, 10}, {50, 40}});
@@ -189,6 +189,17 @@ private slots:
         Type("GeometryField3", "1000");
         QCOMPARE(m_ui->messageTexts(), QStringList{GeometryForm::OutsideMessage(map->Document())});
         QCOMPARE(Child<QLineEdit>(Panel(), "GeometryField3")->text(), QStringLiteral("40"));
+        // Left without Enter for the picture: kept; refused then, it goes back quietly.
+        auto* top = Child<QLineEdit>(Panel(), "GeometryField2");
+        for (const char* typed : {"20", "x"}) {
+            top->setFocus();
+            top->selectAll();
+            QTest::keyClicks(top, typed);
+            map->Surface().setFocus();
+            QCOMPARE(List().model()->index(0, ShapeListModel::Top).data().toInt(), 20);
+            QCOMPARE(top->text(), QStringLiteral("20"));
+        }
+        QCOMPARE(m_ui->messages.size(), 1);
     }
 
     void polygonVerticesInsertAndDelete()
