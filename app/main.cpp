@@ -1,3 +1,4 @@
+#include "core/forms/BrowserSandbox.h"
 #include "core/forms/EditorCommandLine.h"
 #include "core/interchange/RecoveryStore.h"
 #include "ui/frame/AppResources.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QImageReader>
+#include <unistd.h>
 
 int main(int argc, char** argv)
 {
@@ -23,6 +25,7 @@ int main(int argc, char** argv)
         EditorCommandLine().Process(info);
     }
 
+    BrowserSandbox::Prepare(geteuid() == 0);
     // The URL checker's embedded browser shares its graphics context with the widgets.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);

@@ -1,5 +1,6 @@
 #include "ShapeRow.h"
 #include "core/document/MapDocument.h"
+#include "core/forms/BrowserSandbox.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/forms/DroppedFiles.h"
 #include "core/forms/EditorCommandLine.h"
@@ -70,6 +71,26 @@ private slots:
               QStringList{"vantrel", "-platform", "offscreen", "--version"},
               QStringList{"vantrel", "--frobnicate", "-v"}})
             QVERIFY2(!EditorCommandLine::OnlyPrints(windowed), qPrintable(windowed.join(' ')));
+    }
+
+    // Root's editor gets a browser that starts instead of one that ends the program.
+    void rootRunsTheBrowserWithoutSandbox()
+    {
+        const char* const name = "QTWEBENGINE_DISABLE_SANDBOX";
+        const QByteArray before = qgetenv(name);
+        const bool wasSet = qEnvironmentVariableIsSet(name);
+        qunsetenv(name);
+        BrowserSandbox::Prepare(false);
+        QVERIFY(!qEnvironmentVariableIsSet(name));
+        BrowserSandbox::Prepare(true);
+        QCOMPARE(qgetenv(name), QByteArray("1"));
+        qputenv(name, QByteArray("0"));
+        BrowserSandbox::Prepare(true);
+        QCOMPARE(qgetenv(name), QByteArray("0"));
+        if (wasSet)
+            qputenv(name, before);
+        else
+            qunsetenv(name);
     }
 
     void filesAndTheTimingSwitch()
