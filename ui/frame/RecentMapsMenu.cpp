@@ -35,8 +35,10 @@ void RecentMapsMenu::Fill()
     const QStringList labels = RecentFiles::Labels(paths, QDir::homePath());
     int number = 1;
     for (const QString& path : paths) {
-        QAction* action =
-            m_menu->addAction(QStringLiteral("&%1 %2").arg(number).arg(labels.at(number - 1)));
+        // An ampersand in a file name is text, not an access key.
+        QString label = labels.at(number - 1);
+        label.replace(QLatin1Char('&'), QStringLiteral("&&"));
+        QAction* action = m_menu->addAction(QStringLiteral("&%1 %2").arg(number).arg(label));
         ++number;
         action->setToolTip(QDir::toNativeSeparators(path));
         action->setStatusTip(QDir::toNativeSeparators(path));

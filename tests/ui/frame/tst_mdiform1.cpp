@@ -356,6 +356,8 @@ private slots:
         QCOMPARE(m_frame->MapWindows().size(), 1);
         m_frame->RecentMaps().Menu().actions().last()->trigger();
         QCOMPARE(RecentCaptions(), QStringList{QStringLiteral("(none)")});
+        Map(QStringLiteral("r&d"));
+        QCOMPARE(RecentCaptions().first(), QStringLiteral("&1 r&&d.imp"));
     }
 
     void windowMenuListsMapsAsTheirTitleBarsDo()
