@@ -37,7 +37,20 @@ const QString ErrorMessage =
 
 struct ConversionError
 {
+    // What is wrong with the area, for the user.
+    enum Kind { Coordinates, Unclosed, NoEnd, NoCoords } kind = Coordinates;
 };
+
+QString AreaDetail(std::size_t Area, ConversionError::Kind Kind)
+{
+    static const char* const why[] = {
+        "its coords do not give the points of its shape",
+        "a value in it is not closed with a double quote",
+        "it has no closing \">\"",
+        "it has no coords",
+    };
+    return QStringLiteral("Area %1 of the map: %2.").arg(Area + 1).arg(QLatin1String(why[Kind]));
+}
 
 // More areas than the 16-bit shape list holds.
 struct TooManyAreas
@@ -255,10 +268,10 @@ public:
             return std::nullopt;
         const qsizetype from = at + AttributeNames[static_cast<std::size_t>(Name)].size() + 1;
         if (from > m_limit)
-            throw ConversionError();
+            throw ConversionError{ConversionError::Unclosed};
         const qsizetype quote = IndexOf(m_text.sliced(from, m_limit - from), u'"');
         if (quote < 0)
-            throw ConversionError();
+            throw ConversionError{ConversionError::Unclosed};
         return m_text.sliced(from, quote);
     }
 
@@ -296,8 +309,11 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
     if (name < 0)
         return Failure(QStringLiteral("Map name not found."));
     // The name is checked for but not used: the map keeps its own name.
-    if (name + 7 > length || text.indexOf(QLatin1Char('"'), name + 7) < 0)
-        return Failure(ErrorMessage);
+    if (name + 7 > length || text.indexOf(QLatin1Char('"'), name + 7) < 0) {
+        Result failed = Failure(ErrorMessage);
+        failed.detail = QStringLiteral("The map's name is not closed with a double quote.");
+        return failed;
+    }
 
     std::vector<qsizetype> starts;
     // One matcher for every search: a plain indexOf on text this long rebuilds its skip
@@ -309,15 +325,16 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
         return Failure(QStringLiteral("No shape objects found."));
 
     Result result;
+    std::size_t i = 0; // the area being read, for the message
     try {
         qsizetype close = -1; // the last '>' found; areas only move forward
-        for (std::size_t i = 0; i < starts.size(); ++i) {
+        for (; i < starts.size(); ++i) {
             const qsizetype start = starts[i];
             const qsizetype limit = i + 1 < starts.size() ? starts[i + 1] : length;
             if (close < start)
                 close = IndexOf(text, u'>', start);
             if (close < 0)
-                throw ConversionError(); // no end, so no coords before it
+                throw ConversionError{ConversionError::NoEnd}; // so no coords before it
             const AreaReader area(text, start, std::min(close, limit), limit);
 
             const qsizetype shapeAt = area.Find(Attribute::Shape);
@@ -335,7 +352,7 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
             const QString alt = area.Text(Attribute::Alt);
             const auto coords = area.Value(Attribute::Coords);
             if (!coords)
-                throw ConversionError();
+                throw ConversionError{ConversionError::NoCoords};
 
             if (type < 0) {
                 result.DefURL = href;
@@ -361,8 +378,10 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
         Result failed = Failure(ErrorMessage);
         failed.detail = MapFile::TooManyShapesDetail();
         return failed;
-    } catch (const ConversionError&) {
-        return Failure(ErrorMessage);
+    } catch (const ConversionError& error) {
+        Result failed = Failure(ErrorMessage);
+        failed.detail = AreaDetail(i, error.kind);
+        return failed;
     } catch (const std::exception&) {
         return Failure(ErrorMessage);
     }

@@ -229,6 +229,7 @@ LosslessImporter::Result LosslessImporter::FromClassic(const HtmlImporter::Resul
     Result result;
     result.ok = Classic.ok;
     result.message = Classic.message;
+    result.detail = Classic.detail;
     result.MapName = MapName;
     result.shapes = Classic.shapes;
     result.DefURL = Classic.DefURL;

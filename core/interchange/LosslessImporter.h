@@ -16,6 +16,7 @@ public:
     {
         bool ok = false;
         QString message; // for the user when !ok
+        QString detail;  // why, when known; shown beside the message
         QString MapName;
         std::vector<PatShape> shapes;
         bool hasDefaultArea = false;

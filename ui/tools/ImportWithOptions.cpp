@@ -41,7 +41,7 @@ bool ImportWithOptions::Generate(const QString& Text, ShapeCanvas& Map, ModalUi&
             LosslessImporter::FromClassic(HtmlImporter::Convert(Text, document), document.MapName);
     }
     if (!result.ok) {
-        Ui.Message(result.message, ModalUi::Icon::Critical);
+        Ui.DetailedMessage(result.message, ModalUi::Icon::Critical, result.detail);
         return false;
     }
     if (Add) {

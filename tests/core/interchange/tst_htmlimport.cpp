@@ -25,24 +25,41 @@ class TestHtmlImport : public QObject
 {
     Q_OBJECT
 private slots:
+    // Each refusal changes nothing; the generic one says beside it which area is wrong.
     void failuresChangeNothing()
     {
-        for (const auto& [html, message] : std::initializer_list<std::pair<QString, QString>>{
+        const auto area = [](int n, const char* why) {
+            return QStringLiteral("Area %1 of the map: %2.").arg(n).arg(QLatin1String(why));
+        };
+        struct Case
+        {
+            QString html, message, detail;
+        };
+        for (const Case& c : std::initializer_list<Case>{
                  {"<map id=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"></map>",
-                  "Map name not found."},
-                 {"<map name=\"x\"></map>", "No shape objects found."},
-                 {Wrap("<area shape=\"rect\" coords=\"1,2,3\">"), ErrorText},
-                 {Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">"), ErrorText},
+                  "Map name not found.", ""},
+                 {"<map name=\"x\"></map>", "No shape objects found.", ""},
+                 {"<map name=x><area coords=1></map>", ErrorText,
+                  "The map's name is not closed with a double quote."},
+                 {Wrap("<area shape=\"rect\" coords=\"1,2,3\">"), ErrorText,
+                  area(1, "its coords do not give the points of its shape")},
+                 {Wrap("<area shape=\"rect\" coords=\"3000000000,2,3,4\">"), ErrorText,
+                  area(1, "its coords do not give the points of its shape")},
+                 {Wrap("<area shape='circle' coords='1,2,3'>"), ErrorText,
+                  area(1, "a value in it is not closed with a double quote")},
+                 {"<map name=\"x\"><area shape=\"rect\" coords=\"1,2,3,4\"", ErrorText,
+                  area(1, "it has no closing \">\"")},
                  // a bad area after a good one
                  {Wrap("<area shape=\"rect\" coords=\"1,2,3,4\">\n<area shape=\"poly\">"),
-                  ErrorText}}) {
+                  ErrorText, area(2, "it has no coords")}}) {
             MapDocument d;
             d.DefURL = QStringLiteral("old.htm");
             AddShapeRow(d, "0|0,0,10,0,10,10,0,10|keep.htm||||0|");
             const QString before =
                 MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test);
-            const HtmlImporter::Result result = HtmlImporter::Convert(html, d);
-            QCOMPARE(result.message, message);
+            const HtmlImporter::Result result = HtmlImporter::Convert(c.html, d);
+            QCOMPARE(result.message, c.message);
+            QCOMPARE(result.detail, c.detail);
             HtmlImporter::Apply(result, d); // a failed result changes nothing
             QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test), before);
         }

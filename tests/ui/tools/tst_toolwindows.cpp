@@ -285,22 +285,33 @@ private slots:
     void importRefusalKeepsDialogAndMap_data()
     {
         QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("add");
         QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("detail");
         const QString area = QStringLiteral("<area shape=\"rect\" coords=\"1,2,3,4\">");
-        QTest::newRow("no map tag") << area << "Map tag not found.";
+        const QString error = QStringLiteral("There was an error, please check the HTML code "
+                                             "you paste in.");
+        const QString noCoords = QStringLiteral("Area 1 of the map: it has no coords.");
+        QTest::newRow("no map tag") << area << false << "Map tag not found."
+                                    << "";
         QTest::newRow("no coords")
-            << "<map name=\"m\"><area shape=\"rect\"></map>"
-            << "There was an error, please check the HTML code you paste in.";
+            << "<map name=\"m\"><area shape=\"rect\"></map>" << false << error << noCoords;
+        QTest::newRow("no coords, adding")
+            << "<map name=\"m\"><area shape=\"rect\"></map>" << true << error << noCoords;
         QTest::newRow("the paste hint") << "Paste HTML Code Here\n"
-                                        << "Map tag not found.";
+                                        << false << "Map tag not found."
+                                        << "";
     }
 
     void importRefusalKeepsDialogAndMap()
     {
         QFETCH(QString, code);
+        QFETCH(bool, add);
         QFETCH(QString, message);
-        Generate(code);
+        QFETCH(QString, detail);
+        Generate(code, false, add);
         QCOMPARE(m_s->host.ui.messageTexts(), QStringList({message}));
+        QCOMPARE(m_s->host.ui.messages.front().detail, detail);
         QVERIFY(m_s->dialog.isVisible());
         QCOMPARE(m_s->dialog.findChild<QPlainTextEdit*>("Text1")->toPlainText(), code);
         QCOMPARE(Doc().ItemCount(), std::int16_t(0));
