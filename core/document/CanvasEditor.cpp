@@ -215,6 +215,8 @@ void CanvasEditor::KeyDown(int Key)
     if (PolygonKeys::KeyDown(m_document, Key))
         return;
     if (Key == Qt::Key_Tab || Key == Qt::Key_Backtab) {
+        // In the middle of a drag the drag goes on with the shape stepped to.
+        BeforeChange(ShapeStepper::Next(m_document, Key == Qt::Key_Tab));
         ShapeStepper::Step(m_document, Key == Qt::Key_Tab);
         return;
     }

@@ -5,13 +5,20 @@
 
 std::int16_t ShapeStepper::Step(MapDocument& Document, bool Forward)
 {
+    const std::int16_t next = Next(Document, Forward);
+    if (next >= 0)
+        Select(Document, next);
+    return next;
+}
+
+std::int16_t ShapeStepper::Next(const MapDocument& Document, bool Forward)
+{
     const std::int16_t count = Document.ItemCount();
     if (count < 0 || Document.PolygonInProgress)
         return -1;
     const int top = Document.ShapeOrder().front();
-    const int next = Forward ? (top + 1) % (count + 1) : (top + count) % (count + 1);
-    Select(Document, static_cast<std::int16_t>(next));
-    return static_cast<std::int16_t>(next);
+    return static_cast<std::int16_t>(Forward ? (top + 1) % (count + 1)
+                                             : (top + count) % (count + 1));
 }
 
 void ShapeStepper::Select(MapDocument& Document, std::int16_t Index)

@@ -13,6 +13,8 @@ public:
     // Forward to the next number, else back; wraps around. Does nothing on an empty
     // map or while a polygon is being drawn. Returns the new top shape or -1.
     static std::int16_t Step(MapDocument& Document, bool Forward);
+    // The shape Step would bring to the top, or -1.
+    static std::int16_t Next(const MapDocument& Document, bool Forward);
     // Brings Index to the top and grabs its body, repainting what changed.
     static void Select(MapDocument& Document, std::int16_t Index);
 };

@@ -465,6 +465,19 @@ private slots:
         QCOMPARE(map.history.Stack().undoText(), QStringLiteral("Bring to Top"));
         QCOMPARE(map.doc.ShapeOrder().front(), std::int16_t(0));
 
+        // Tab in the middle of a drag goes on with the next shape; undo puts both back.
+        const QByteArray clicked = map.Bytes();
+        map.history.BeginGesture();
+        editor.Press(10, 5, CanvasHost::DrawingMode::Pointer);
+        editor.Move(15, 8, true, true);
+        editor.KeyDown(Qt::Key_Tab);
+        editor.Move(20, 10, true, true);
+        editor.Move(30, 20, true, true);
+        editor.Release();
+        QVERIFY(map.history.FinishGesture(QStringLiteral("Move Shape"), QStringLiteral("R")));
+        map.history.Undo();
+        QCOMPARE(map.Bytes(), clicked);
+
         // A polygon being drawn is cancelled by Undo, which does not touch the steps.
         map.history.BeginGesture();
         editor.Press(300, 300, CanvasHost::DrawingMode::Polygon);
