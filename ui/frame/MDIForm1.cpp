@@ -174,6 +174,15 @@ void MDIForm1::ShowMapWindow(ShapeCanvas& Map)
     window->resize(qBound(320, wanted.width(), qMax(320, area.width() - 20)),
                    qBound(240, wanted.height(), qMax(240, area.height() - 20)));
     window->show();
+    // The area puts a window where it overlaps least, which may be past its edge; such a
+    // window goes on a cascade from the top-left corner instead, in sight.
+    if (!m_mdiArea->viewport()->rect().contains(window->geometry())) {
+        const int step = 24;
+        const QSize room = area - window->size();
+        const int places = qMax(1, qMin(room.width(), room.height()) / step + 1);
+        const int k = int(m_mdiArea->subWindowList().size() - 1) % places;
+        window->move(k * step, k * step);
+    }
     m_mdiArea->setActiveSubWindow(window);
     UpdateZoomPanel();
 }

@@ -154,6 +154,26 @@ private slots:
         QVERIFY(m_ui->messages.isEmpty());
     }
 
+    // However many maps are open, a new one opens where it can be seen, none hidden
+    // beyond the edge of the frame's map area.
+    void newMapsOpenInSight()
+    {
+        const QWidget* area = Child<QMdiArea>(*m_frame, "MdiArea")->viewport();
+        for (int i = 0; i < 5; ++i) {
+            ShapeCanvas* map = NewMap(300, 200);
+            const QRect window = map->parentWidget()->geometry();
+            QVERIFY2(area->rect().contains(window),
+                     qPrintable(QStringLiteral("map %1 at %2,%3 %4x%5 in %6x%7")
+                                    .arg(i + 1)
+                                    .arg(window.x())
+                                    .arg(window.y())
+                                    .arg(window.width())
+                                    .arg(window.height())
+                                    .arg(area->width())
+                                    .arg(area->height())));
+        }
+    }
+
     void newMapDrawSaveAndReopen()
     {
         ShapeCanvas* map = NewMap();
