@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QVBoxLayout>
 
@@ -62,6 +63,19 @@ frmOptions::frmOptions(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     layout->addLayout(buttons);
     resize(520, 290);
     DialogPlacement::CentreOnScreen(*this);
+
+    // The keys tabbed pages have everywhere, from whichever box has the focus.
+    const auto stepKeys = [this](std::initializer_list<QKeySequence> Keys, int Step) {
+        for (const QKeySequence& keys : Keys)
+            connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, Step] {
+                m_tabs->setCurrentIndex(
+                    qBound(0, m_tabs->currentIndex() + Step, m_tabs->count() - 1));
+            });
+    };
+    stepKeys({QKeySequence(Qt::CTRL | Qt::Key_PageDown), QKeySequence(Qt::CTRL | Qt::Key_Tab)}, 1);
+    stepKeys({QKeySequence(Qt::CTRL | Qt::Key_PageUp),
+              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab)},
+             -1);
 
     connect(ok, &QPushButton::clicked, this, &frmOptions::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmOptions::Cancel);
