@@ -18,6 +18,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/frame/AppResources.h"
 #include "ui/frame/Credits.h"
+#include "ui/frame/DrawingHint.h"
 #include "ui/frame/FrameMenus.h"
 #include "ui/frame/MapCaption.h"
 #include "ui/frame/MapCommandSet.h"
@@ -88,6 +89,7 @@ MDIForm1::MDIForm1(ModalUi& Ui, QWidget* parent)
     m_statusPanel->setMinimumWidth(160);
     m_zoomPanel->setObjectName(QStringLiteral("StatusPanel2"));
     statusBar()->addWidget(m_statusPanel, 1);
+    statusBar()->addPermanentWidget(new DrawingHint(*m_mdiArea));
     statusBar()->addPermanentWidget(m_zoomPanel);
 
     m_shapesPanel = new ShapesPanel(m_ui, this);

@@ -271,6 +271,13 @@ private slots:
         const std::int16_t count = map->Document().ItemCount();
         QTest::keyClick(surface, Qt::Key_Delete);
         QCOMPARE(map->Document().ItemCount(), count);
+        // Meanwhile the status bar says how to go on, until the polygon is gone.
+        auto* hint = Child<QLabel>(*m_frame, "StatusHint");
+        QVERIFY(!hint->isHidden() && hint->text().contains(QStringLiteral("Esc")));
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(150, 150));
+        QVERIFY(hint->text().contains(QStringLiteral("Enter to close")));
+        QTest::keyClick(surface, Qt::Key_Escape);
+        QVERIFY(hint->isHidden());
     }
 
     void zoomLimits()
