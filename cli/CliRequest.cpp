@@ -33,8 +33,14 @@ const QHash<QString, Grammar>& Commands()
 
 } // namespace
 
-std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
+std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments, QString* Why)
 {
+    // Says what is wrong with the line; the usage follows it on the way out.
+    const auto refuse = [Why](const QString& why) -> std::optional<CliRequest> {
+        if (Why != nullptr)
+            *Why = why;
+        return std::nullopt;
+    };
     CliRequest request;
     if (Arguments.size() == 1 &&
         (Arguments[0] == QLatin1String("--help") || Arguments[0] == QLatin1String("-h")))
@@ -43,9 +49,12 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
         request.command = Command::Version;
         return request;
     }
-    if (Arguments.isEmpty() || !Commands().contains(Arguments[0]))
-        return std::nullopt;
-    const Grammar grammar = Commands().value(Arguments[0]);
+    if (Arguments.isEmpty())
+        return refuse(QStringLiteral("no command given"));
+    if (!Commands().contains(Arguments[0]))
+        return refuse(QStringLiteral("unknown command \"%1\"").arg(Arguments[0]));
+    const QString& name = Arguments[0];
+    const Grammar grammar = Commands().value(name);
     request.command = grammar.command;
 
     QStringList positional;
@@ -57,8 +66,10 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
         const bool isOutput = argument == QLatin1String("-o");
         if (isInto || isOutput) {
             bool& seen = isInto ? into : output;
-            if (seen || i + 1 >= Arguments.size())
-                return std::nullopt;
+            if (seen)
+                return refuse(QStringLiteral("%1 is given twice").arg(argument));
+            if (i + 1 >= Arguments.size())
+                return refuse(QStringLiteral("%1 needs a file name").arg(argument));
             seen = true;
             (isInto ? request.into : request.output) = Arguments[++i];
         } else if (argument == QLatin1String("--test") && grammar.allowsTest && !request.testForm) {
@@ -66,21 +77,31 @@ std::optional<CliRequest> CliRequest::Parse(const QStringList& Arguments)
         } else if (const auto taken = CliWebOptions::Take(request, Arguments, i);
                    taken != CliWebOptions::Taken::No) {
             if (taken == CliWebOptions::Taken::Malformed)
-                return std::nullopt;
+                return refuse(
+                    QStringLiteral("%1 is missing its value or has a wrong one").arg(argument));
         } else if (const auto link = CliLinkOptions::Take(request, Arguments, i);
                    link != CliLinkOptions::Taken::No) {
             if (link == CliLinkOptions::Taken::Malformed)
-                return std::nullopt;
+                return refuse(
+                    QStringLiteral("%1 is missing its value or has a wrong one").arg(argument));
         } else if (argument.startsWith(QLatin1Char('-')) && argument.size() > 1) {
-            return std::nullopt;
+            return refuse(QStringLiteral("%1 has no option %2").arg(name, argument));
         } else {
             positional << argument;
         }
     }
-    if (positional.size() != 1 || into != grammar.needsInto || output != grammar.needsOutput ||
-        positional[0].isEmpty() || (into && request.into.isEmpty()) ||
-        (output && request.output.isEmpty()))
-        return std::nullopt;
+    if (positional.size() != 1 || positional[0].isEmpty())
+        return refuse(QStringLiteral("%1 takes one file, not %2").arg(name).arg(positional.size()));
+    if (into != grammar.needsInto)
+        return refuse(grammar.needsInto ? QStringLiteral("%1 needs --into").arg(name)
+                                        : QStringLiteral("%1 has no option --into").arg(name));
+    if (output != grammar.needsOutput)
+        return refuse(grammar.needsOutput ? QStringLiteral("%1 needs -o").arg(name)
+                                          : QStringLiteral("%1 has no option -o").arg(name));
+    if ((into && request.into.isEmpty()) || (output && request.output.isEmpty()))
+        return refuse(QStringLiteral("%1 needs a file name")
+                          .arg(into && request.into.isEmpty() ? QStringLiteral("--into")
+                                                              : QStringLiteral("-o")));
     request.input = positional[0];
     return request;
 }

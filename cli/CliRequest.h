@@ -27,7 +27,8 @@ struct CliRequest
     QString base;
     int timeoutMs = 10000;
 
-    // Arguments without the program name; nothing when the command line is malformed.
-    static std::optional<CliRequest> Parse(const QStringList& Arguments);
+    // Arguments without the program name; nothing when the command line is malformed,
+    // and then Why, when given, says what is wrong.
+    static std::optional<CliRequest> Parse(const QStringList& Arguments, QString* Why = nullptr);
     static QString Usage();
 };

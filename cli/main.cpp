@@ -18,9 +18,11 @@ int main(int argc, char** argv)
     out.open(stdout, QIODevice::WriteOnly);
     err.open(stderr, QIODevice::WriteOnly);
 
-    const std::optional<CliRequest> request = CliRequest::Parse(app.arguments().mid(1));
+    QString why;
+    const std::optional<CliRequest> request = CliRequest::Parse(app.arguments().mid(1), &why);
     if (!request) {
-        err.write(CliRequest::Usage().toUtf8());
+        // What is wrong comes last, right above the prompt.
+        err.write((CliRequest::Usage() + QStringLiteral("vantrel-cli: %1\n").arg(why)).toUtf8());
         return 2;
     }
     return CliRunner(out, err).Run(*request);
