@@ -83,6 +83,9 @@ ColorPicker::ColorPicker(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
     close->setObjectName(QStringLiteral("Command2"));
     auto* about = new QPushButton(QStringLiteral("About"), this);
     about->setObjectName(QStringLiteral("Command3"));
+    // Enter closes with the colours as they are, unless a button has the focus: it must
+    // not undo them by way of Reset.
+    close->setDefault(true);
     connect(reset, &QPushButton::clicked, this, &ColorPicker::Reset);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     connect(about, &QPushButton::clicked, this, &ColorPicker::About);

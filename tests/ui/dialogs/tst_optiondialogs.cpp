@@ -37,6 +37,20 @@ private slots:
         QCOMPARE(doc.TopShape().ShapeColor, RGBColor(64, 128, 255));
         // The bars show the selected colour as it was at opening.
         QCOMPARE(Child<QScrollBar>(picker, "ScrollGreen")->value(), 2);
+
+        // Enter, as the dialog opens or on the choices, closes and keeps the colours chosen.
+        for (const char* name : {"", "Option1"}) {
+            ColorPicker fresh(*m_canvas, m_host->ui);
+            fresh.show();
+            QVERIFY(QTest::qWaitForWindowActive(&fresh));
+            Child<QScrollBar>(fresh, "ScrollRed")->setValue(10);
+            QWidget* at = *name != 0 ? Child<QWidget>(fresh, name) : fresh.focusWidget();
+            QVERIFY(at != nullptr);
+            at->setFocus();
+            QTest::keyClick(at, Qt::Key_Return);
+            QCOMPARE(doc.FocusColor, RGBColor(10, 128, 255));
+            QCOMPARE(fresh.result(), int(QDialog::Accepted));
+        }
     }
 
     // The spacing box: typing moves the bar only in range (-1: it stays), leaving corrects
