@@ -33,9 +33,11 @@ QString HelpFile::Path()
 
 bool HelpFile::ShowManual(ModalUi& Ui)
 {
-    if (Ui.OpenWithDesktop(Path()))
+    const QString path = Path();
+    if (Ui.OpenWithDesktop(path))
         return true;
-    Ui.Message(LoadError, ModalUi::Icon::Critical);
+    Ui.DetailedMessage(LoadError, ModalUi::Icon::Critical,
+                       ManualDetail(QDir::toNativeSeparators(path), QFileInfo::exists(path)));
     return false;
 }
 

@@ -16,6 +16,13 @@ public:
     static inline const QString BrowserError =
         QStringLiteral("There was an error while trying to open the default browser.");
 
+    // Beside the load error: which file, and whether it is there at all.
+    static QString ManualDetail(const QString& Path, bool Exists)
+    {
+        return Exists ? QStringLiteral("The manual is \"%1\"; no program opened it.").arg(Path)
+                      : QStringLiteral("The manual \"%1\" is missing.").arg(Path);
+    }
+
     // The places looked in, in order: the program's folder, the data folder beside it,
     // the data folder of the configured install prefix, the source tree (a build run
     // in place).

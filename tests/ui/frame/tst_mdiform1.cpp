@@ -2,6 +2,7 @@
 #include "FrameFixture.h"
 #include "ShapeRow.h"
 #include "core/forms/CommonDialogStuff.h"
+#include "core/forms/HelpFile.h"
 #include "core/forms/RecentFiles.h"
 #include "core/interchange/MapFile.h"
 #include "core/interchange/MapFindingsModel.h"
@@ -218,6 +219,8 @@ private slots:
                  (QStringList{"There was an error while trying to load the file.",
                               "There was an error while trying to load the file.",
                               "There was an error while trying to open the default browser."}));
+        // Beside the load error, the manual's file, to open by hand.
+        QCOMPARE(m_ui->messages.front().detail, HelpFile::ManualDetail(HelpFile::Path(), true));
         QVERIFY(m_frame->MapWindows().isEmpty());
 
         const QString picture = m_dir.filePath(QStringLiteral("start.png"));
