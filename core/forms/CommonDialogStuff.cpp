@@ -2,6 +2,7 @@
 
 #include "core/base/Module1.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 
 namespace CommonDialogStuff {
@@ -32,6 +33,15 @@ QString WithMapExtension(const QString& FileName)
     if (FileName.toLower().contains(QStringLiteral(".imp")))
         return FileName;
     return Module1::CutAtNul(FileName) + QStringLiteral(".imp");
+}
+
+QString ReplaceQuestion(const QString& ChosenName)
+{
+    const QString name = WithMapExtension(ChosenName);
+    if (name == ChosenName || !QFileInfo::exists(name))
+        return QString();
+    return QStringLiteral("%1 already exists.\nDo you want to replace it?")
+        .arg(QFileInfo(name).fileName());
 }
 
 } // namespace CommonDialogStuff

@@ -20,4 +20,9 @@ QStringList MapFilters();
 // gets ".imp" appended; any other name is returned unchanged.
 QString WithMapExtension(const QString& FileName);
 
+// The save dialog asked about replacing the name as typed; when the extension makes it
+// another file that exists, this is the question to ask before replacing that one
+// (empty when there is nothing to ask).
+QString ReplaceQuestion(const QString& ChosenName);
+
 } // namespace CommonDialogStuff

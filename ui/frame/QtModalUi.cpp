@@ -100,7 +100,18 @@ QString QtModalUi::AskForMapNameToSave()
 {
     const QString name = AskForFile(true, CommonDialogStuff::SaveMapTitle,
                                     CommonDialogStuff::MapFilters(), FolderMemory::Kind::Map);
-    return name.isEmpty() ? name : CommonDialogStuff::WithMapExtension(name);
+    if (name.isEmpty())
+        return name;
+    // "plan.v2" is saved as plan.v2.imp, which the dialog did not ask about.
+    const QString question = CommonDialogStuff::ReplaceQuestion(name);
+    if (!question.isEmpty()) {
+        QMessageBox box(QMessageBox::Warning, Title, question, QMessageBox::Yes | QMessageBox::No,
+                        m_parent);
+        box.setDefaultButton(QMessageBox::No);
+        if (box.exec() != QMessageBox::Yes)
+            return QString();
+    }
+    return CommonDialogStuff::WithMapExtension(name);
 }
 
 std::optional<QString> QtModalUi::Prompt(const QString& PromptText, const QString& PromptTitle,

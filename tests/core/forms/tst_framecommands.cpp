@@ -51,6 +51,13 @@ private slots:
         QCOMPARE(CommonDialogStuff::WithMapExtension("my.imports.txt"), "my.imports.txt");
         QCOMPARE(CommonDialogStuff::WithMapExtension("/home/ann/plan.map"),
                  "/home/ann/plan.map.imp");
+        // Only a name the extension turns into an existing file needs asking about again.
+        QFile existing(File("site.v2.imp"));
+        QVERIFY(existing.open(QIODevice::WriteOnly));
+        QCOMPARE(CommonDialogStuff::ReplaceQuestion(File("site.v2")),
+                 "site.v2.imp already exists.\nDo you want to replace it?");
+        QVERIFY(CommonDialogStuff::ReplaceQuestion(File("site.v3")).isEmpty());
+        QVERIFY(CommonDialogStuff::ReplaceQuestion(File("site.v2.imp")).isEmpty());
     }
 
     void zoomedSidesRoundHalfToEven()
