@@ -196,6 +196,8 @@ bool ShapeListModel::setData(const QModelIndex& index, const QVariant& value, in
     if (m_document == nullptr || !index.isValid() || role != Qt::EditRole || index.row() >= m_rows)
         return false;
     const std::int16_t row = ShapeAt(index.row());
+    if (row < 0 || row > m_document->ItemCount())
+        return false;
     const QString text = value.toString();
     QString name;
     std::function<void()> edit;

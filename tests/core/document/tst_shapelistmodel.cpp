@@ -86,8 +86,12 @@ private slots:
         QVERIFY(changed.count() >= 1);
         for (const QList<QVariant>& signal : changed)
             QCOMPARE(signal.at(0).toModelIndex().row(), signal.at(1).toModelIndex().row());
-        // A deleted shape: the rows are counted again (the panel's test sees them go).
+        // A deleted shape: until the model hears of it, its row shows and takes nothing.
         doc.DeleteShape();
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!model.index(2, ShapeListModel::Url).data().isValid());
+        QVERIFY(!model.setData(model.index(2, ShapeListModel::Url), "gone.html"));
+        // Then the rows are counted again (the panel's test sees them go).
         model.Refresh(false);
         QCOMPARE(reset.count(), 1);
         changed.clear();
