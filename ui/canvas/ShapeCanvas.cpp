@@ -788,10 +788,13 @@ bool ShapeCanvas::SetShapeEqualToTopShape(PatShape& CopyOfShape)
 void ShapeCanvas::SetNewShape(const PatShape& NewShape)
 {
     SettleGesture();
-    GuardedWithSnapshot([&] {
+    const bool pasted = GuardedWithSnapshot([&] {
         m_history.Record(QStringLiteral("Paste Shape"), {}, false,
                          [&] { m_document.SetNewShape(NewShape); });
     });
+    // A pasted shape lands in the picture's top-left corner, which may be scrolled away.
+    if (pasted && m_document.ItemCount() >= 0)
+        EnsureVisible(PatShape::BoundingRect(m_document.TopShape().Points(), false).toQRect());
     emit MapChanged(true);
 }
 

@@ -538,6 +538,11 @@ private slots:
         Key(Qt::Key_Home);
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Doc().ItemCount(), std::int16_t(-1));
+        // A shape pasted into the top-left corner scrolls into sight.
+        Key(Qt::Key_End);
+        m_canvas->SetNewShape(MakeShape(Rectangle, Corners(0, 0, 40, 30), nullptr, 1.0));
+        QCOMPARE(Bar("VScroll1")->value(), 0);
+        QCOMPARE(Bar("HScroll1")->value(), 0);
     }
 
     void controlWheelZoomsAboutThePointer()
