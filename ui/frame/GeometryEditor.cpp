@@ -8,6 +8,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -43,6 +44,7 @@ QWidget* GeometryEditor::BuildFields()
         m_fields[i] = new QLineEdit;
         m_fields[i]->setObjectName(QString::fromLatin1(names[i]));
         m_labels[i]->setBuddy(m_fields[i]);
+        m_fields[i]->installEventFilter(this);
         connect(m_fields[i], &QLineEdit::returnPressed, this, &GeometryEditor::Apply);
         // Typed and left for the picture or another field: kept as Enter would keep it,
         // without a message that would interrupt the click that took the focus away.
@@ -132,6 +134,19 @@ void GeometryEditor::Load(ShapeCanvas* Map)
         m_pages->setCurrentIndex(1);
     }
     m_loading = false;
+}
+
+bool GeometryEditor::eventFilter(QObject* Watched, QEvent* Event)
+{
+    if (Event->type() == QEvent::ShortcutOverride) {
+        auto* field = qobject_cast<QLineEdit*>(Watched);
+        const auto* key = static_cast<QKeyEvent*>(Event);
+        // Left unclaimed, the keys reach the frame's Undo and Redo.
+        if (field != nullptr && !field->isModified() &&
+            (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)))
+            return true;
+    }
+    return QWidget::eventFilter(Watched, Event);
 }
 
 bool GeometryEditor::Run(const std::function<QString()>& Change, bool Quiet)

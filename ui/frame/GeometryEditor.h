@@ -31,6 +31,10 @@ public:
     void InsertVertex();
     void DeleteVertex();
 
+protected:
+    // Undo and Redo in a field with nothing typed go to the map, not to the field.
+    bool eventFilter(QObject* Watched, QEvent* Event) override;
+
 private:
     ModalUi& m_ui;
     QPointer<ShapeCanvas> m_map;

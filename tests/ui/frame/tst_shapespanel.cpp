@@ -200,6 +200,9 @@ private slots:
             QCOMPARE(top->text(), QStringLiteral("20"));
         }
         QCOMPARE(m_ui->messages.size(), 1);
+        // With nothing typed, Ctrl+Z in a field undoes the map's last step.
+        QTest::keyClick(top, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(List().model()->index(0, ShapeListModel::Top).data().toInt(), 10);
     }
 
     void polygonVerticesInsertAndDelete()
