@@ -146,6 +146,16 @@ void FrameMenus::Create(MDIForm1& Frame)
         [frame] { WindowArranger::ArrangeIcons(*frame->MdiArea()); });
     QObject::connect(window, &QMenu::aboutToShow, frame,
                      [window, frame] { FillWindowList(*window, *frame->MdiArea()); });
+    // Ctrl+F4 or Ctrl+W closes the active map, asking first, as documents close elsewhere.
+    auto* closeMap = new QAction(QStringLiteral("Close Map"), frame);
+    closeMap->setObjectName(QStringLiteral("CloseMap"));
+    closeMap->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::Key_F4), QKeySequence(Qt::CTRL | Qt::Key_W)});
+    QObject::connect(closeMap, &QAction::triggered, frame, [frame] {
+        if (QMdiSubWindow* active = frame->MdiArea()->currentSubWindow())
+            active->close();
+    });
+    frame->addAction(closeMap);
 
     QMenu* help = AddMenu(frame, bar, "HelpFileMenu", QStringLiteral("&Help"));
     add(help, "HelpFile", QStringLiteral("&Help File"), "help", QKeySequence::HelpContents,

@@ -156,6 +156,16 @@ ShapeCanvas* MDIForm1::AddMapWindow()
     auto* caption = new MapCaption(*map, [this] { UpdateTitle(); });
     QMdiSubWindow* window = m_mdiArea->addSubWindow(map);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    // The frame's Close Map owns Ctrl+F4 and Ctrl+W: with every window's own Close
+    // holding them too, the keys are ambiguous and close nothing.
+    if (QMenu* menu = window->systemMenu()) {
+        for (QAction* action : menu->actions()) {
+            const QList<QKeySequence> keys = action->shortcuts();
+            if (keys.contains(QKeySequence(Qt::CTRL | Qt::Key_F4)) ||
+                keys.contains(QKeySequence(Qt::CTRL | Qt::Key_W)))
+                action->setShortcuts({});
+        }
+    }
     window->setWindowIcon(Icon("vantrel"));
     caption->Attach(*window);
     m_undoActions->Track(*map);

@@ -259,6 +259,22 @@ private slots:
         }
     }
 
+    // Ctrl+F4 and Ctrl+W close the active map, after its question, from the map itself.
+    void keysCloseTheActiveMap()
+    {
+        NewMap();
+        ShapeCanvas* map = NewMap();
+        QVERIFY(QTest::qWaitForWindowActive(m_frame));
+        QWidget* surface = Child<QWidget>(*map, "TheCanvas");
+        surface->setFocus();
+        m_ui->answers.append({false, true});
+        QTest::keyClick(surface, Qt::Key_F4, Qt::ControlModifier); // answered No
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QTest::keyClick(surface, Qt::Key_W, Qt::ControlModifier);
+        QTRY_COMPARE(m_frame->MapWindows().size(), 1);
+        QVERIFY(!m_frame->MapWindows().contains(map));
+    }
+
     void deleteKeyBelongsToTheMapWindow()
     {
         ShapeCanvas* map = NewMap();
