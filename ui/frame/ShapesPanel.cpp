@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -51,6 +52,9 @@ ShapesPanel::ShapesPanel(ModalUi& Ui, QWidget* parent)
     m_list->setWordWrap(false);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this](const QItemSelection& selected) { OnRowChosen(selected); });
+    auto* remove =
+        new QShortcut(QKeySequence::Delete, m_list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(remove, &QShortcut::activated, this, &ShapesPanel::DeleteChosen);
 
     auto* top = new QWidget;
     auto* topLayout = new QVBoxLayout(top);
@@ -104,6 +108,20 @@ void ShapesPanel::OnRowChosen(const QItemSelection& Selected)
     const std::int16_t shape = m_model->ShapeAt(Selected.indexes().first().row());
     if (shape >= 0)
         m_map->SelectShape(shape);
+}
+
+void ShapesPanel::DeleteChosen()
+{
+    const QModelIndexList rows = m_list->selectionModel()->selectedRows();
+    if (!m_map || rows.size() != 1)
+        return;
+    // A chosen row is the top shape, which is what the map deletes.
+    const std::int16_t shape = m_model->ShapeAt(rows.first().row());
+    const MapDocument& doc = m_map->Document();
+    if (shape < 0 || doc.ItemCount() < 0 || doc.PolygonInProgress ||
+        doc.ShapeOrder().front() != shape)
+        return;
+    m_map->DeleteShape();
 }
 
 void ShapesPanel::SyncSelection()

@@ -174,6 +174,11 @@ private slots:
         Child<QLineEdit>(Panel(), "ShapeFilter")->clear();
         QCOMPARE(model->rowCount(), 2);
         QCOMPARE(SelectedShape(), 0);
+        // Del on the chosen row removes its shape.
+        List().setFocus();
+        QTest::keyClick(&List(), Qt::Key_Delete);
+        QCOMPARE(model->rowCount(), 1);
+        QCOMPARE(map->Document().Shape(0).Comment, QStringLiteral("Contact"));
     }
 
     void geometryEditorAppliesOnEnterOrWhenLeft()
