@@ -123,7 +123,7 @@ int CliRunner::Import(const CliRequest& Request)
         return ImportWithOptions(Request);
     QFile code(Request.input);
     if (!code.open(QIODevice::ReadOnly))
-        return Fail({LoadFileMessage()});
+        return Fail({LoadFileMessage()}, code.errorString());
     const QByteArray bytes = code.readAll();
     const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
 

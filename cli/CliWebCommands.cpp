@@ -75,7 +75,8 @@ int CliRunner::ImportWithOptions(const CliRequest& Request)
     }
     QFile file(Request.input);
     if (!file.open(QIODevice::ReadOnly))
-        return Fail({QStringLiteral("There was an error while trying to load the file.")});
+        return Fail({QStringLiteral("There was an error while trying to load the file.")},
+                    file.errorString());
     const QByteArray bytes = file.readAll();
     const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
 

@@ -164,9 +164,14 @@ private slots:
                     .toString(qint64(QImageReader::allocationLimit()) * 1024 * 1024 / 4)
                     .toUtf8() +
                 " pixels.\n");
-        QTest::newRow("import of a missing code file")
-            << QStringList{"import", "none.html", "--into", "map.imp", "-o", "out.imp"} << 1
-            << QByteArray("There was an error while trying to load the file.\n");
+        for (const QStringList& options : {QStringList{}, QStringList{"--keep-text"}})
+            QTest::addRow("import %s of a missing code file",
+                          qPrintable(options.value(0, QStringLiteral("(classic)"))))
+                << QStringList{"import", "none.html", "--into", "map.imp", "-o", "out.imp"} +
+                       options
+                << 1
+                << QByteArray("There was an error while trying to load the file.\n"
+                              "No such file or directory\n");
         QTest::newRow("import of code without a map")
             << QStringList{"import", "map.imp", "--into", "map.imp", "-o", "out.imp"} << 1
             << QByteArray("Map tag not found.\n");
