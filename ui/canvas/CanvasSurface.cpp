@@ -73,6 +73,13 @@ void CanvasSurface::RepaintNow()
         update(region);
 }
 
+void CanvasSurface::SetHoverCursor(Qt::CursorShape Shape)
+{
+    if (m_spaceHeld || m_panning || cursor().shape() == Shape)
+        return;
+    setCursor(Shape);
+}
+
 void CanvasSurface::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);

@@ -40,6 +40,9 @@ public:
     void InvalidateAll() override;
     void RepaintNow() override;
 
+    // The pointer's shape while no button is held, unless Space is panning.
+    void SetHoverCursor(Qt::CursorShape Shape);
+
 signals:
     void Pressed(QPointF Position, QPoint GlobalPosition);
     // A left press with Ctrl held: vertex editing, before the ordinary press.

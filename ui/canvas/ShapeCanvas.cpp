@@ -9,6 +9,7 @@
 #include "core/document/CommandGuard.h"
 #include "core/document/DeleteShapeCommand.h"
 #include "core/document/EditShapesCommand.h"
+#include "core/document/HoverCursor.h"
 #include "core/document/NudgeShapeCommand.h"
 #include "core/document/OpenMapCount.h"
 #include "core/document/PointerArea.h"
@@ -475,6 +476,10 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
         const QPointF p = m_canvas->ToDocument(held);
         m_editor.Move(RoundToInt32(p.x()), RoundToInt32(p.y()), Buttons == Qt::LeftButton,
                       Buttons != Qt::NoButton);
+        if (Buttons == Qt::NoButton)
+            m_canvas->SetHoverCursor(HoverCursor::For(m_document, RoundToInt32(p.x()),
+                                                      RoundToInt32(p.y()), m_editor.VertexReach(),
+                                                      m_host.CurrentDrawingMode()));
         ShowPointerPosition(p, g);
     });
     if (Buttons != Qt::NoButton)

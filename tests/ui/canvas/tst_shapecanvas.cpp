@@ -82,6 +82,25 @@ private slots:
         }
     }
 
+    void pointerShowsWhatAPressWouldDo()
+    {
+        NewCanvas();
+        Draw(Mode::Rectangle, {50, 50}, {150, 120});
+        const auto over = [this](QPoint at) {
+            QTest::mouseMove(Surface(), at);
+            return Surface()->cursor().shape();
+        };
+        QCOMPARE(over({100, 80}), Qt::SizeAllCursor);
+        QCOMPARE(over({150, 120}), Qt::PointingHandCursor);
+        QCOMPARE(over({300, 250}), Qt::ArrowCursor);
+        m_host->mode = Mode::Polygon;
+        QCOMPARE(over({310, 250}), Qt::CrossCursor);
+        // Space held pans: its hand stays.
+        QTest::keyPress(Surface(), Qt::Key_Space);
+        QCOMPARE(over({100, 80}), Qt::OpenHandCursor);
+        QTest::keyRelease(Surface(), Qt::Key_Space);
+    }
+
     void pickTakesTopmostShapeOverLowerVertex()
     {
         NewCanvas();
