@@ -12,4 +12,8 @@ class MapImport
 public:
     // True when the map now holds the imported shapes.
     static bool Generate(const QString& Text, ShapeCanvas& Map, ModalUi& Ui);
+    static QString KeepTextHint()
+    {
+        return QStringLiteral("\"Keep text as written\" reads this code as a browser does.");
+    }
 };

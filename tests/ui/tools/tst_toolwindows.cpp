@@ -16,6 +16,7 @@
 #include "ui/tools/ConvertHTMLtoMap.h"
 #include "ui/tools/GeneratedCodeForm.h"
 #include "ui/tools/ImportWithOptions.h"
+#include "ui/tools/MapImport.h"
 #include "ui/tools/URLChecker.h"
 
 #include <QApplication>
@@ -296,6 +297,10 @@ private slots:
                                     << "";
         QTest::newRow("no coords")
             << "<map name=\"m\"><area shape=\"rect\"></map>" << false << error << noCoords;
+        QTest::newRow("single quotes")
+            << "<map name=\"m\"><area shape='rect' coords='1,2,3,4'></map>" << false << error
+            << "Area 1 of the map: a value in it is not closed with a double quote.\n\n" +
+                   MapImport::KeepTextHint();
         QTest::newRow("no coords, adding")
             << "<map name=\"m\"><area shape=\"rect\"></map>" << true << error << noCoords;
         QTest::newRow("the paste hint") << "Paste HTML Code Here\n"
