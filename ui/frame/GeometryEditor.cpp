@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -81,6 +82,9 @@ QWidget* GeometryEditor::BuildVertices()
     m_delete->setObjectName(QStringLiteral("btnDeleteVertex"));
     connect(m_insert, &QPushButton::clicked, this, &GeometryEditor::InsertVertex);
     connect(m_delete, &QPushButton::clicked, this, &GeometryEditor::DeleteVertex);
+    // Del on a chosen row does what the button does (a cell being typed in keeps the key).
+    connect(new QShortcut(QKeySequence::Delete, m_vertices, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, this, &GeometryEditor::DeleteVertex);
     buttons->addWidget(m_insert);
     buttons->addWidget(m_delete);
     layout->addLayout(buttons);

@@ -225,8 +225,10 @@ private slots:
         // A typed cell applies.
         table->item(1, 1)->setText(QStringLiteral("0"));
         QCOMPARE(map->Document().Shape(0).Points()[1], (ShapePoint{55, 0}));
+        // Del on a chosen row deletes that vertex as the button does.
         table->setCurrentCell(1, 0);
-        Child<QPushButton>(Panel(), "btnDeleteVertex")->click();
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Delete);
         QCOMPARE(map->Document().Shape(0).Points().size(), std::size_t(3));
         Child<QPushButton>(Panel(), "btnDeleteVertex")->click();
         QCOMPARE(map->Document().Shape(0).Points().size(), std::size_t(3));
