@@ -419,6 +419,10 @@ void ShapeCanvas::wheelEvent(QWheelEvent* event)
         dy = 0;
     }
     ScrollBy(-dx * pixelsPerNotch / 120, -dy * pixelsPerNotch / 120);
+    // The picture moved under a still pointer: a polygon's rubber band follows it there.
+    if (m_document.PolygonInProgress)
+        OnMoved(m_canvas->mapFrom(this, event->position()), event->globalPosition().toPoint(),
+                Qt::NoButton);
     event->accept();
 }
 

@@ -536,6 +536,15 @@ private slots:
         Wheel({100, 100}, {0, 600});
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Doc().ZoomLevel, 1.0);
+        // A polygon's rubber band goes on ending under the pointer.
+        m_host->mode = Mode::Polygon;
+        Click({100, 100});
+        QTest::mouseMove(Surface(), {200, 150});
+        Wheel({200, 150}, {0, -120});
+        QCOMPARE(Doc().Shape(0).LastLineY(), 150 + 60);
+        Key(Qt::Key_Escape);
+        m_host->mode = Mode::Pointer;
+        Wheel({100, 100}, {0, 120});
         // A drag with Space held pans, and makes or grabs no shape.
         QTest::keyPress(Surface(), Qt::Key_Space);
         Drag({300, 300}, {250, 220});
