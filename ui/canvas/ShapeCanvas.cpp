@@ -495,7 +495,11 @@ void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
     const ShapeRect area = m_pointer->VisibleArea();
     m_pointer->Capture();
     if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
-        if (!m_pointer->Confined())
+        // Another map was made the active one (Ctrl+Tab) while a polygon is drawn here:
+        // the pointer is free for it. The polygon waits for its next click.
+        if (m_host.ActiveMapWindow() != this)
+            m_pointer->ReleaseAll();
+        else if (!m_pointer->Confined())
             m_pointer->ReleaseCapture();
         m_host.SetStatusText(QString());
         return;

@@ -19,6 +19,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMimeData>
 #include <QRadioButton>
@@ -295,8 +296,20 @@ private slots:
         QVERIFY(!hint->isHidden() && hint->text().contains(QStringLiteral("Esc")));
         QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(150, 150));
         QVERIFY(hint->text().contains(QStringLiteral("Enter to close")));
+        // Another map made active lets the pointer go; back on this one the polygon goes on.
+        QVERIFY(map->PointerConfined());
+        ShapeCanvas* other = NewMap();
+        // The move reaches the surface that holds the pointer, whatever lies over it.
+        QMouseEvent move(QEvent::MouseMove, QPointF(160, 160),
+                         surface->mapToGlobal(QPointF(160, 160)), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(surface, &move);
+        QVERIFY(!map->PointerConfined() && map->Document().PolygonInProgress);
+        QVERIFY(hint->isHidden());
+        m_frame->MdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(map->parentWidget()));
+        QVERIFY(!hint->isHidden());
         QTest::keyClick(surface, Qt::Key_Escape);
         QVERIFY(hint->isHidden());
+        QCOMPARE(other->Document().ItemCount(), std::int16_t(-1));
     }
 
     void zoomLimits()
