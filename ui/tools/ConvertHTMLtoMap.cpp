@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* parent)
@@ -29,6 +30,9 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
     // The hint is selected, so that the first paste or keystroke replaces it.
     m_text->selectAll();
     m_text->setFocus();
+    // Pasted code needs no typed tabs: Tab leaves the box for the options and buttons, and
+    // Ctrl+Enter generates from it.
+    m_text->setTabChangesFocus(true);
     auto* frameLayout = new QVBoxLayout(frame);
     frameLayout->addWidget(m_text);
 
@@ -42,6 +46,10 @@ ConvertHTMLtoMap::ConvertHTMLtoMap(ShapeCanvas& map, ModalUi& ui, QWidget* paren
     for (QPushButton* button : {generate, warning, cancel})
         button->setAutoDefault(false);
     connect(generate, &QPushButton::clicked, this, &ConvertHTMLtoMap::Generate);
+    for (const QKeySequence& keys :
+         {QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)})
+        connect(new QShortcut(keys, this), &QShortcut::activated, this,
+                &ConvertHTMLtoMap::Generate);
     connect(warning, &QPushButton::clicked, this, &ConvertHTMLtoMap::Warning);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 

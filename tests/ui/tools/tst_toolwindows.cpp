@@ -333,6 +333,14 @@ private slots:
         QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
         QTest::keyClicks(text, QStringLiteral("</map>"));
         QCOMPARE(text->toPlainText(), QStringLiteral("<map name=\"m\"></map>"));
+        // Tab goes on to the options; Ctrl+Enter generates (here: refused, no area).
+        QVERIFY(QTest::qWaitForWindowActive(&m_s->dialog));
+        text->setFocus();
+        QTest::keyClick(text, Qt::Key_Tab);
+        QCOMPARE(text->toPlainText(), QStringLiteral("<map name=\"m\"></map>"));
+        QCOMPARE(QApplication::focusWidget(), m_s->dialog.findChild<QCheckBox*>("chkKeepText"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(m_s->host.ui.messageTexts(), QStringList{"No shape objects found."});
     }
 
     // What the lossless reading keeps is its own test's; here, that the option reaches it.
