@@ -1,9 +1,11 @@
 #include "ui/frame/ShapesPanel.h"
 
 #include "core/document/ShapeListModel.h"
+#include "ui/canvas/CanvasSurface.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/frame/GeometryEditor.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -55,6 +57,9 @@ ShapesPanel::ShapesPanel(ModalUi& Ui, QWidget* parent)
     auto* remove =
         new QShortcut(QKeySequence::Delete, m_list, nullptr, nullptr, Qt::WidgetShortcut);
     connect(remove, &QShortcut::activated, this, &ShapesPanel::DeleteChosen);
+    // The map keeps Tab for its shapes, so the keyboard needs another way out of it.
+    auto* pane = new QShortcut(QKeySequence(Qt::Key_F6), parent != nullptr ? parent : this);
+    connect(pane, &QShortcut::activated, this, &ShapesPanel::SwitchPane);
 
     auto* top = new QWidget;
     auto* topLayout = new QVBoxLayout(top);
@@ -122,6 +127,18 @@ void ShapesPanel::DeleteChosen()
         doc.ShapeOrder().front() != shape)
         return;
     m_map->DeleteShape();
+}
+
+void ShapesPanel::SwitchPane()
+{
+    if (isAncestorOf(QApplication::focusWidget())) {
+        if (m_map)
+            m_map->Surface().setFocus(Qt::ShortcutFocusReason);
+        return;
+    }
+    show();
+    raise();
+    m_list->setFocus(Qt::ShortcutFocusReason);
 }
 
 void ShapesPanel::SyncSelection()

@@ -15,7 +15,7 @@ class ShapeListModel;
 // The "Shapes" dock: every shape of the active map in a list that can be filtered by
 // URL, alt text or target, with the top shape's geometry below it. Choosing a row
 // selects that shape in the map as a click would; a shape selected in the map selects
-// its row; Del removes the chosen row's shape.
+// its row; Del removes the chosen row's shape. F6 goes between the map and the list.
 class ShapesPanel : public QDockWidget
 {
     Q_OBJECT
@@ -42,6 +42,8 @@ private:
     void OnRowChosen(const QItemSelection& Selected);
     // Del on a chosen row removes that shape.
     void DeleteChosen();
+    // F6: from the map to the list, and from anywhere in the panel back to the map.
+    void SwitchPane();
     // Selects the row of the map's top shape, if it passes the filter.
     void SyncSelection();
 };

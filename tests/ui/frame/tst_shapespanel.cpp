@@ -174,6 +174,12 @@ private slots:
         Child<QLineEdit>(Panel(), "ShapeFilter")->clear();
         QCOMPARE(model->rowCount(), 2);
         QCOMPARE(SelectedShape(), 0);
+        // F6 goes from the map to the list and back.
+        map->Surface().setFocus();
+        QTest::keyClick(&map->Surface(), Qt::Key_F6);
+        QVERIFY(List().hasFocus());
+        QTest::keyClick(&List(), Qt::Key_F6);
+        QVERIFY(map->Surface().hasFocus());
         // Del on the chosen row removes its shape.
         List().setFocus();
         QTest::keyClick(&List(), Qt::Key_Delete);
