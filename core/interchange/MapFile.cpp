@@ -221,8 +221,11 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
         document.ImagePath = in.String();
         document.ImageName = in.String();
         const std::optional<QString> pictureFolder = PictureFolder(document, FileNameToOpen);
-        if (!pictureFolder)
-            return Failed({PictureNotFoundMessage(), CannotLoadMessage()});
+        if (!pictureFolder) {
+            ReadResult failed = Failed({PictureNotFoundMessage(), CannotLoadMessage()});
+            failed.missingPicture = document.ImagePath + document.ImageName;
+            return failed;
+        }
         document.ImagePath = *pictureFolder;
 
         ReadSettings(in, document);

@@ -24,6 +24,8 @@ public:
         QStringList messages;
         // Why, when it is known: shown beside the last message.
         QString detail;
+        // The picture that was looked for, when it was not found.
+        QString missingPicture;
     };
 
     struct WriteResult
@@ -47,6 +49,10 @@ public:
     static QString TooManyShapesDetail()
     {
         return QStringLiteral("A map holds at most 32,768 shapes.");
+    }
+    static QString PictureMissingDetail(const QString& Picture)
+    {
+        return QStringLiteral("\"%1\" is not there, nor beside the map file.").arg(Picture);
     }
     static QString NotTextDetail() { return QStringLiteral("The file is not a text file."); }
     static QString EmptyDetail() { return QStringLiteral("The file is empty."); }

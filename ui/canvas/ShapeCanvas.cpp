@@ -26,6 +26,7 @@
 #include "ui/canvas/PointerConfinement.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
@@ -683,11 +684,14 @@ bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
 {
     MapFile::ReadResult result = MapFile::OpenMapFile(FileNameToOpen, m_canvas);
     if (!result.ok) {
-        // The cause, when known, goes with the last message.
+        // The cause, when known, goes with the last message; a missing picture is named.
+        const QString detail =
+            result.missingPicture.isEmpty()
+                ? result.detail
+                : MapFile::PictureMissingDetail(QDir::toNativeSeparators(result.missingPicture));
         for (qsizetype i = 0; i < result.messages.size(); ++i)
             m_host.Dialogs().DetailedMessage(result.messages[i], ModalUi::Icon::Critical,
-                                             i + 1 == result.messages.size() ? result.detail
-                                                                             : QString());
+                                             i + 1 == result.messages.size() ? detail : QString());
         return false;
     }
     m_document = std::move(result.document);

@@ -109,6 +109,15 @@ private slots:
         QVERIFY2(m_host->ui.messages.back().detail.startsWith(
                      QString::fromUtf8("The picture is 30,000 \xc3\x97 30,000 pixels;")),
                  qPrintable(m_host->ui.messages.back().detail));
+        // A picture that is gone: both messages, and the file that was looked for.
+        m_host->ui.messages.clear();
+        doc.ImageName = QStringLiteral("gone.png");
+        QVERIFY(MapFile::SaveMap(doc, Path("gone.imp")).ok);
+        QVERIFY(!c.OpenMapFile(Path("gone.imp")));
+        QCOMPARE(m_host->ui.messageTexts(),
+                 QStringList({"Image for map not found.", "Error, map cannot be loaded."}));
+        QCOMPARE(m_host->ui.messages.back().detail,
+                 MapFile::PictureMissingDetail(doc.ImagePath + "gone.png"));
     }
 
     void saveAsksForNameOnce()
