@@ -236,8 +236,9 @@ MapFile::ReadResult MapFile::ReadMap(const QByteArray& Bytes, const QString& Fil
         PictureLoader::Result picture =
             PictureLoader::Load(document.ImagePath + document.ImageName);
         if (!picture.ok) {
+            // Which picture, and why: the map itself was read.
             ReadResult failed = Failed({CannotLoadMessage()});
-            failed.detail = picture.detail;
+            failed.detail = picture.message + QLatin1Char(' ') + picture.detail;
             return failed;
         }
         document.OrigPic = std::move(picture.image);

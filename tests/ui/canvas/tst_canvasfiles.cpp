@@ -107,6 +107,7 @@ private slots:
                  QStringList(2, QStringLiteral("Error, map cannot be loaded.")));
         QCOMPARE(m_host->ui.messages.front().icon, ModalUi::Icon::Critical);
         QVERIFY2(m_host->ui.messages.back().detail.startsWith(
+                     QStringLiteral("The picture \"%1\" cannot be loaded. ").arg(Path("huge.png")) +
                      QString::fromUtf8("The picture is 30,000 \xc3\x97 30,000 pixels;")),
                  qPrintable(m_host->ui.messages.back().detail));
         // A picture that is gone: both messages, and the file that was looked for.
