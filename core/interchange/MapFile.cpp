@@ -173,7 +173,7 @@ QString FaultOf(const MapTextReader& in)
             text = text.left(40) + QStringLiteral("...");
         return MapFile::BadLineDetail(in.LineOfLastValue(), text);
     }
-    const int lines = in.LineOfLastValue() - 1;
+    const int lines = in.LineCount();
     return lines == 0 ? MapFile::EmptyDetail() : MapFile::EndsEarlyDetail(lines);
 }
 

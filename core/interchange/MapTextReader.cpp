@@ -431,6 +431,12 @@ int MapTextReader::LineOfLastValue() const
     return int(QByteArrayView(m_text.constData(), start).count('\n')) + 1;
 }
 
+int MapTextReader::LineCount() const
+{
+    const bool open = !m_text.isEmpty() && !m_text.endsWith('\n');
+    return int(QByteArrayView(m_text).count('\n')) + (open ? 1 : 0);
+}
+
 QString MapTextReader::LastValueText() const
 {
     if (LastValueMissing())

@@ -46,6 +46,8 @@ public:
     // Where the value read last began, to tell the user what is wrong with a file: its line
     // (from 1), whether the file ended before it, and its text as written.
     int LineOfLastValue() const;
+    // Lines in the whole text, a last one without its line end included.
+    int LineCount() const;
     bool LastValueMissing() const { return m_valueStart >= m_text.size(); }
     QString LastValueText() const;
 

@@ -192,6 +192,16 @@ private slots:
         QCOMPARE(read.detail, detail);
     }
 
+    // A last line without its line end still counts, LF alone as well as CR LF.
+    void endsEarlyCountsEveryLine()
+    {
+        const QStringList lines = ValidLines().mid(0, 10);
+        for (const QByteArray& bytes : {Crlf(lines).chopped(2), lines.join('\n').toUtf8()}) {
+            const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("cut.imp"));
+            QCOMPARE(read.detail, MapFile::EndsEarlyDetail(10));
+        }
+    }
+
     void findsMovedPictureBesideTheMap_data()
     {
         QTest::addColumn<QString>("imagePath");
