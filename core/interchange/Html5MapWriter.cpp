@@ -72,8 +72,9 @@ void Html5MapWriter::BeginMap(const MapDocument& d)
         m_head = QLatin1String("<style>") + CRLF + css + QLatin1String("</style>") + CRLF;
     m_body += QLatin1String("<div") + Attr("class", HtmlText::ClassName(d.MapName)) +
               QLatin1Char('>') + CRLF;
-    m_body += QLatin1String("<map") + Attr("name", d.MapName) + Attr("id", d.MapName) +
-              QLatin1Char('>') + CRLF;
+    const QString name = HtmlText::Html5MapName(d.MapName);
+    m_body +=
+        QLatin1String("<map") + Attr("name", name) + Attr("id", name) + QLatin1Char('>') + CRLF;
 }
 
 void Html5MapWriter::WriteArea(const MapArea& a)
@@ -115,7 +116,8 @@ void Html5MapWriter::EndMap(const MapDocument& d)
     m_body += QLatin1String("<img") + Attr("src", source) + Attr("alt", alt) +
               Attr("width", QString::number(d.SWidth)) +
               Attr("height", QString::number(d.SHeight)) +
-              Attr("usemap", QLatin1Char('#') + d.MapName) + QLatin1Char('>') + CRLF;
+              Attr("usemap", QLatin1Char('#') + HtmlText::Html5MapName(d.MapName)) +
+              QLatin1Char('>') + CRLF;
     m_body += QLatin1String("</div>");
 }
 

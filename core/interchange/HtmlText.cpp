@@ -140,6 +140,23 @@ bool HtmlText::ReadJsString(const QString& Source, qsizetype From, QString& Text
     return false;
 }
 
+QString HtmlText::Html5MapName(const QString& MapName)
+{
+    QString name;
+    bool blank = false;
+    for (QChar c : MapName.trimmed()) {
+        if (c.isSpace()) {
+            blank = true;
+            continue;
+        }
+        if (blank)
+            name += QLatin1Char('_');
+        blank = false;
+        name += c;
+    }
+    return name.isEmpty() ? QStringLiteral("map") : name;
+}
+
 QString HtmlText::ClassName(const QString& MapName)
 {
     QString name = QStringLiteral("map-");

@@ -23,4 +23,7 @@ public:
     static bool ReadJsString(const QString& Source, qsizetype From, QString& Text, qsizetype& End);
     // A CSS class for the map: letters, digits, '-' and '_' of the name kept, the rest '_'.
     static QString ClassName(const QString& MapName);
+    // The map's name as HTML5 takes it in name, id and usemap: never empty, no whitespace
+    // (each run of it becomes one '_'), "map" when nothing else is left.
+    static QString Html5MapName(const QString& MapName);
 };

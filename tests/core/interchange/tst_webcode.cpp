@@ -148,6 +148,16 @@ private slots:
         d.MapName = QStringLiteral("Other map");
         QVERIFY(Code(d, MapFormat::Html5).Head.contains(".map-Other_map:hover img"));
 
+        // HTML5 wants a name without spaces, and one at all; the picture uses the same.
+        for (const auto& [written, name] : {std::pair(" Other \t map ", "Other_map"),
+                                            std::pair("  ", "map"), std::pair("", "map")}) {
+            d.MapName = QString::fromLatin1(written);
+            const QString body = Code(d, MapFormat::Html5).Body;
+            QVERIFY2(body.contains(QStringLiteral("<map name=\"%1\" id=\"%1\">").arg(name)) &&
+                         body.contains(QStringLiteral("usemap=\"#%1\">").arg(name)),
+                     qPrintable(body));
+        }
+
         // Without effects there is no style block and no comment about it.
         MapDocument plain;
         AddShapeRow(plain, "1|1,1,5,1,5,5,1,5|a.htm||||0|");
