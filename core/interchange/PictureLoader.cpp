@@ -1,6 +1,7 @@
 #include "core/interchange/PictureLoader.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QLocale>
 
@@ -28,6 +29,12 @@ QString Cause(const QImageReader& Reader, QSize size)
 PictureLoader::Result PictureLoader::Load(const QString& Path)
 {
     Result result;
+    // The reader would only say "File not found" of a folder, which is there.
+    if (QFileInfo(Path).isDir()) {
+        result.message = CannotReadMessage(Path);
+        result.detail = QStringLiteral("It is a folder, not a picture.");
+        return result;
+    }
     QImageReader reader(Path);
     const QSize size = reader.size();
     result.image = reader.read();

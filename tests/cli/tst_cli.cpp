@@ -86,6 +86,7 @@ private slots:
                                "</map>"));
         QVERIFY(WriteBytes(Path("big.png"), HugePng()));
         QVERIFY(WriteBytes(Path("about.htm"), {}));
+        QVERIFY(QDir(m_dir.path()).mkdir(QStringLiteral("sub")));
 
         // The sample map over its picture.
         QVERIFY(QFile::copy(VANTREL_SOURCE_DIR "/examples/harbour.png", Path("harbour.png")));
@@ -175,6 +176,10 @@ private slots:
         QTest::newRow("import of code without a map")
             << QStringList{"import", "map.imp", "--into", "map.imp", "-o", "out.imp"} << 1
             << QByteArray("Map tag not found.\n");
+        QTest::newRow("new from a folder")
+            << QStringList{"new", "sub", "-o", "out.imp"} << 1
+            << QByteArray(
+                   "The picture \"sub\" cannot be loaded.\nIt is a folder, not a picture.\n");
         QTest::newRow("new from what is no picture")
             << QStringList{"new", "map.imp", "-o", "out.imp"} << 1
             << QByteArray("The picture \"map.imp\" cannot be loaded.\nUnsupported image format\n");

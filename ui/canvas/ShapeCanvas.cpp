@@ -19,6 +19,7 @@
 #include "core/forms/CommonDialogStuff.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
+#include "core/interchange/MapOpenFailure.h"
 #include "core/interchange/NewMap.h"
 #include "core/interchange/PictureLoader.h"
 #include "ui/canvas/CanvasSurface.h"
@@ -685,10 +686,11 @@ bool ShapeCanvas::OpenMapFile(const QString& FileNameToOpen)
     MapFile::ReadResult result = MapFile::OpenMapFile(FileNameToOpen, m_canvas);
     if (!result.ok) {
         // The cause, when known, goes with the last message; a missing picture is named.
-        const QString detail =
+        const QString detail = MapOpenFailure::Detail(
+            FileNameToOpen,
             result.missingPicture.isEmpty()
                 ? result.detail
-                : MapFile::PictureMissingDetail(QDir::toNativeSeparators(result.missingPicture));
+                : MapFile::PictureMissingDetail(QDir::toNativeSeparators(result.missingPicture)));
         for (qsizetype i = 0; i < result.messages.size(); ++i)
             m_host.Dialogs().DetailedMessage(result.messages[i], ModalUi::Icon::Critical,
                                              i + 1 == result.messages.size() ? detail : QString());

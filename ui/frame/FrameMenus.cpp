@@ -134,7 +134,7 @@ void FrameMenus::Create(MDIForm1& Frame)
         &MDIForm1::ShowConvertHtml);
     add(tools, "mnuURLChecker", QStringLiteral("&URL Checker"), "urlcheck", none,
         &MDIForm1::CheckTheURLs);
-    add(tools, "mnuCheckMap", QStringLiteral("Check Map"), "checkmap", none,
+    add(tools, "mnuCheckMap", QStringLiteral("Check &Map"), "checkmap", none,
         [frame] { MapCheckWindow::ShowFor(*frame, frame->ActiveMapWindow()); });
 
     QMenu* window = AddMenu(frame, bar, "TheWindow", QStringLiteral("&Window"));

@@ -118,7 +118,8 @@ private slots:
         QCOMPARE(m_host->ui.messageTexts(),
                  QStringList({"Image for map not found.", "Error, map cannot be loaded."}));
         QCOMPARE(m_host->ui.messages.back().detail,
-                 MapFile::PictureMissingDetail(doc.ImagePath + "gone.png"));
+                 MapFile::PictureMissingDetail(doc.ImagePath + "gone.png") +
+                     QStringLiteral("\n\nThe map file is \"%1\".").arg(Path("gone.imp")));
     }
 
     void saveAsksForNameOnce()

@@ -109,7 +109,7 @@ private slots:
             "Shapes=&Draw Mode|RectangleMode=&Rectangle|CircleMode=&Circle|"
             "PolygonMode=&Polygon|pointermode=P&ointer|tools=&Tools|"
             "ConvertToShapes=&Convert HTML Code to Map|mnuURLChecker=&URL "
-            "Checker|mnuCheckMap=Check Map|"
+            "Checker|mnuCheckMap=Check &Map|"
             "TheWindow=&Window|Cascade=&Cascade|Tile=&Tile|arrangeicons=&Arrange Icons|"
             "HelpFileMenu=&Help|HelpFile=&Help File|corvaneonline=&Corvane Online|"
             "mnuhelpsplit=-|mnuCredits=&Credits|btnNewImage=New Image|btnOpen=Load Map|"
@@ -362,6 +362,19 @@ private slots:
         QVERIFY(Drop({text}));
         QCOMPARE(m_frame->MapWindows().size(), 2);
         QCOMPARE(m_ui->messageTexts(), QStringList{PictureLoader::Load(text).message});
+        // Of several dropped files, the one that fails is named; the others open.
+        m_ui->messages.clear();
+        const QString broken = m_dir.filePath(QStringLiteral("broken.imp"));
+        QVERIFY(WriteBytes(broken, "1.0.0\r\n"));
+        QVERIFY(Drop({map, broken, m_dir.path()}));
+        QCOMPARE(m_frame->MapWindows().size(), 3);
+        QCOMPARE(m_ui->messageTexts(),
+                 QStringList({"Error, map cannot be loaded.",
+                              PictureLoader::CannotReadMessage(m_dir.path())}));
+        QVERIFY2(m_ui->messages.front().detail.endsWith(
+                     QStringLiteral("The map file is \"%1\".").arg(broken)),
+                 qPrintable(m_ui->messages.front().detail));
+        QCOMPARE(m_ui->messages.back().detail, QStringLiteral("It is a folder, not a picture."));
         QVERIFY(!Drop({})); // nothing that is not a local file is taken
     }
 
