@@ -229,6 +229,7 @@ void ShapeCanvas::SetZoomLevel(double NewZoomLevel)
         SetPicSize();
         m_document.DrawShapes();
     });
+    FollowPointer();
     emit MapChanged(true);
 }
 
@@ -376,6 +377,15 @@ void ShapeCanvas::ScrollTo(int H, int V)
     } else {
         m_canvas->move(m_canvas->x(), 0);
     }
+    FollowPointer();
+}
+
+void ShapeCanvas::FollowPointer()
+{
+    // The picture moved or was rescaled under a still pointer (wheel, page keys, zoom):
+    // a polygon's rubber band goes on ending under the pointer.
+    if (m_document.PolygonInProgress && m_lastPointer)
+        OnMoved(m_canvas->mapFromGlobal(QPointF(*m_lastPointer)), *m_lastPointer, Qt::NoButton);
 }
 
 void ShapeCanvas::ScrollBy(int Dx, int Dy)
@@ -421,10 +431,6 @@ void ShapeCanvas::wheelEvent(QWheelEvent* event)
         dy = 0;
     }
     ScrollBy(-dx * pixelsPerNotch / 120, -dy * pixelsPerNotch / 120);
-    // The picture moved under a still pointer: a polygon's rubber band follows it there.
-    if (m_document.PolygonInProgress)
-        OnMoved(m_canvas->mapFrom(this, event->position()), event->globalPosition().toPoint(),
-                Qt::NoButton);
     event->accept();
 }
 
@@ -442,6 +448,7 @@ bool ShapeCanvas::PointerConfined() const
 
 void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 {
+    m_lastPointer = GlobalPosition;
     m_history.BeginGesture();
     Guarded([&] {
         const QPointF p = m_canvas->ToDocument(m_pointer->Start(Position, GlobalPosition));
@@ -479,6 +486,7 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
     Guarded([&] {
         const QPointF held = m_pointer->Hold(Position, GlobalPosition);
         const QPoint g = held == Position ? GlobalPosition : m_canvas->mapToGlobal(held.toPoint());
+        m_lastPointer = g;
         const QPointF p = m_canvas->ToDocument(held);
         m_editor.Move(RoundToInt32(p.x()), RoundToInt32(p.y()), Buttons == Qt::LeftButton,
                       Buttons != Qt::NoButton);

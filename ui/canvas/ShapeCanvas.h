@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class CanvasHost;
@@ -163,6 +164,9 @@ private:
     MapHistory m_history{*this};
     // Names the open gesture when the press itself decided what it is.
     QString m_gestureName;
+    // Where the pointer last was over the surface, in screen pixels: a polygon's rubber
+    // band goes back there when the picture moves or grows under a still pointer.
+    std::optional<QPoint> m_lastPointer;
 
     void BuildChildren();
     void ResizeSurface(double Width, double Height);
@@ -182,6 +186,7 @@ private:
     void OnHChange(int Value);
     void OnVChange(int Value);
     void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
+    void FollowPointer();
     // Ends an open mouse gesture as its own step, before another command changes the
     // map.
     void SettleGesture();

@@ -536,15 +536,7 @@ private slots:
         Wheel({100, 100}, {0, 600});
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Doc().ZoomLevel, 1.0);
-        // A polygon's rubber band goes on ending under the pointer.
-        m_host->mode = Mode::Polygon;
-        Click({100, 100});
-        QTest::mouseMove(Surface(), {200, 150});
-        Wheel({200, 150}, {0, -120});
-        QCOMPARE(Doc().Shape(0).LastLineY(), 150 + 60);
-        Key(Qt::Key_Escape);
-        m_host->mode = Mode::Pointer;
-        Wheel({100, 100}, {0, 120});
+        Wheel({100, 100}, {0, 60});
         // A drag with Space held pans, and makes or grabs no shape.
         QTest::keyPress(Surface(), Qt::Key_Space);
         Drag({300, 300}, {250, 220});
@@ -571,6 +563,31 @@ private slots:
         m_canvas->SetNewShape(MakeShape(Rectangle, Corners(0, 0, 40, 30), nullptr, 1.0));
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Bar("HScroll1")->value(), 0);
+    }
+
+    // The picture moves or grows under a still pointer: a polygon's rubber band goes on
+    // ending under it.
+    void rubberBandFollowsThePointerWhenThePictureMoves()
+    {
+        NewCanvas(1200, 900);
+        m_host->mode = Mode::Polygon;
+        Click({100, 100});
+        QTest::mouseMove(Surface(), {200, 150});
+        const QPointF pointer = Surface()->mapTo(Viewport(), QPointF(200, 150));
+        const auto bandEndsAtPointer = [&] {
+            const QPointF at = DocumentAt(pointer);
+            return QLineF(at, QPointF(Doc().Shape(0).LastLineX(), Doc().Shape(0).LastLineY()))
+                       .length() < 1.0;
+        };
+        Wheel({200, 150}, {0, -120});
+        QCOMPARE(Doc().Shape(0).LastLineY(), 150 + 60);
+        Key(Qt::Key_PageDown);
+        QVERIFY(bandEndsAtPointer());
+        m_canvas->SetZoomLevel(0.5); // the picture about fits now: back to its top
+        QVERIFY(bandEndsAtPointer());
+        m_canvas->SetViewScale(2.0);
+        QVERIFY(bandEndsAtPointer());
+        QVERIFY(Doc().PolygonInProgress);
     }
 
     void controlWheelZoomsAboutThePointer()
