@@ -206,6 +206,13 @@ void CanvasSurface::keyReleaseEvent(QKeyEvent* event)
     QWidget::keyReleaseEvent(event);
 }
 
+void CanvasSurface::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    if (event->reason() == Qt::MouseFocusReason)
+        emit FocusedByPress();
+}
+
 void CanvasSurface::focusOutEvent(QFocusEvent* event)
 {
     EndSpacePan();

@@ -56,6 +56,8 @@ signals:
     // screen pixels.
     void Panned(QPoint Delta);
     void Resized();
+    // A press gave the surface the keyboard focus, before that press is heard of.
+    void FocusedByPress();
 
 protected:
     bool event(QEvent* event) override;
@@ -66,6 +68,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void leaveEvent(QEvent* event) override;

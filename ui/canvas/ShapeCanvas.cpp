@@ -102,6 +102,8 @@ void ShapeCanvas::BuildChildren()
     connect(m_canvas, &CanvasSurface::KeyPressed, this, &ShapeCanvas::OnKeyPressed);
     connect(m_canvas, &CanvasSurface::PointerLeft, this, &ShapeCanvas::OnPointerLeft);
     connect(m_canvas, &CanvasSurface::Resized, this, [this] { SetPicSize(); });
+    connect(m_canvas, &CanvasSurface::FocusedByPress, this,
+            [this] { m_activatingPress = m_host.ActiveMapWindow() != this; });
     connect(m_canvas, &CanvasSurface::Panned, this,
             [this](QPoint Delta) { ScrollBy(Delta.x(), Delta.y()); });
     connect(m_hScroll, &QScrollBar::sliderMoved, this, &ShapeCanvas::OnHScroll);
@@ -446,8 +448,19 @@ bool ShapeCanvas::PointerConfined() const
     return m_pointer->Confined();
 }
 
+bool ShapeCanvas::OnlyActivates(QPointF Position, QPoint GlobalPosition)
+{
+    if (!std::exchange(m_activatingPress, false) || !m_document.PolygonInProgress)
+        return false;
+    m_pointer->Start(Position, GlobalPosition);
+    OnMoved(Position, GlobalPosition, Qt::NoButton);
+    return true;
+}
+
 void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 {
+    if (OnlyActivates(Position, GlobalPosition))
+        return;
     m_lastPointer = GlobalPosition;
     m_history.BeginGesture();
     Guarded([&] {
@@ -459,6 +472,8 @@ void ShapeCanvas::OnPressed(QPointF Position, QPoint GlobalPosition)
 
 void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
 {
+    if (OnlyActivates(Position, GlobalPosition))
+        return;
     VertexEditor::Outcome outcome = VertexEditor::Outcome::NotOnPolygon;
     // The polygon edited may lie anywhere in the stack.
     m_history.BeginGesture(true);

@@ -167,6 +167,8 @@ private:
     // Where the pointer last was over the surface, in screen pixels: a polygon's rubber
     // band goes back there when the picture moves or grows under a still pointer.
     std::optional<QPoint> m_lastPointer;
+    // The press under way is the one that made this map the active one.
+    bool m_activatingPress = false;
 
     void BuildChildren();
     void ResizeSurface(double Width, double Height);
@@ -187,6 +189,9 @@ private:
     void OnVChange(int Value);
     void ShowPointerPosition(QPointF Position, QPoint GlobalPosition);
     void FollowPointer();
+    // A click that brings back a map whose polygon waits only activates it: the corner
+    // goes where the user clicks next, with the rubber band in sight.
+    bool OnlyActivates(QPointF Position, QPoint GlobalPosition);
     // Ends an open mouse gesture as its own step, before another command changes the
     // map.
     void SettleGesture();

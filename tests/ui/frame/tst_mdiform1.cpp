@@ -305,8 +305,16 @@ private slots:
         QApplication::sendEvent(surface, &move);
         QVERIFY(!map->PointerConfined() && map->Document().PolygonInProgress);
         QVERIFY(hint->isHidden());
-        m_frame->MdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(map->parentWidget()));
-        QVERIFY(!hint->isHidden());
+        // The click that brings it back only activates it; the next one adds the corner.
+        m_frame->MdiArea()->tileSubWindows();
+        const PatShape& polygon = map->Document().Shapes().back();
+        const std::size_t corners = polygon.Points().size();
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(40, 120));
+        QCOMPARE(m_frame->ActiveMapWindow(), map);
+        QVERIFY(!hint->isHidden() && map->PointerConfined());
+        QCOMPARE(polygon.Points().size(), corners);
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(40, 120));
+        QCOMPARE(polygon.Points().size(), corners + 1);
         QTest::keyClick(surface, Qt::Key_Escape);
         QVERIFY(hint->isHidden());
         QCOMPARE(other->Document().ItemCount(), std::int16_t(-1));
