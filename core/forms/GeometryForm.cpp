@@ -21,12 +21,20 @@ std::optional<int> Number(const QString& Text)
     return ok ? std::optional<int>(value) : std::nullopt;
 }
 
-// Inside the picture and the 16-bit range of every count and coordinate.
-bool Inside(const MapDocument& Document, int x, int y)
+// Inside the picture and the 16-bit range of every count and coordinate, or a coordinate
+// the shape already has: a shape dragged partly off the picture can still be edited
+// without first being brought back whole.
+bool Inside(const MapDocument& Document, const QList<QPoint>& Current, int x, int y)
 {
     const int width = std::min<int>(Document.SWidth, std::numeric_limits<std::int16_t>::max());
     const int height = std::min<int>(Document.SHeight, std::numeric_limits<std::int16_t>::max());
-    return x >= 0 && y >= 0 && x <= width && y <= height;
+    bool xKept = false;
+    bool yKept = false;
+    for (const QPoint& p : Current) {
+        xKept = xKept || p.x() == x;
+        yKept = yKept || p.y() == y;
+    }
+    return (xKept || (x >= 0 && x <= width)) && (yKept || (y >= 0 && y <= height));
 }
 
 } // namespace
@@ -106,8 +114,9 @@ QString GeometryForm::ApplyFields(MapDocument& Document, std::int16_t Index,
         corners = {QPoint(v[0], v[1]), QPoint(v[0] + v[2], v[1]), QPoint(v[0] + v[2], v[1] + v[3]),
                    QPoint(v[0], v[1] + v[3])};
     }
+    const QList<QPoint> current = Vertices(Document, Index);
     for (const QPoint& p : corners) {
-        if (!Inside(Document, p.x(), p.y()))
+        if (!Inside(Document, current, p.x(), p.y()))
             return OutsideMessage(Document);
     }
     Replace(Document, Index, corners);
@@ -121,6 +130,7 @@ QString GeometryForm::ApplyVertices(MapDocument& Document, std::int16_t Index,
         return TooFewVerticesMessage();
     if (Rows.size() > std::numeric_limits<std::int16_t>::max())
         return OutsideMessage(Document);
+    const QList<QPoint> current = Vertices(Document, Index);
     QList<QPoint> points;
     for (const QStringList& row : Rows) {
         const QString xText = row.value(0);
@@ -131,7 +141,7 @@ QString GeometryForm::ApplyVertices(MapDocument& Document, std::int16_t Index,
         const std::optional<int> y = Number(yText);
         if (!y)
             return NotANumberMessage(yText);
-        if (!Inside(Document, *x, *y))
+        if (!Inside(Document, current, *x, *y))
             return OutsideMessage(Document);
         points.append(QPoint(*x, *y));
     }

@@ -177,6 +177,15 @@ private slots:
         refused(1, {{"100", "10", "20"}}, outside); // a circle off the top
         refused(2, {{"1", "1"}, {"5", "5"}}, GeometryForm::TooFewVerticesMessage());
         refused(2, {{"1", "1"}, {"5", "5"}, {"5", "301"}}, outside);
+        // Dragged partly off the picture, the shape keeps its edge there while its size
+        // changes; an edge moved further off is refused.
+        MapDocument doc = ThreeShapes();
+        const std::vector<ShapePoint> off = Corners(-10, 20, 90, 70);
+        for (std::size_t i = 0; i < off.size(); ++i)
+            doc.Shape(0).SetPoint(std::int16_t(i), off[i].x, off[i].y);
+        QCOMPARE(GeometryForm::ApplyFields(doc, 0, {"-10", "20", "110", "60"}), QString());
+        QCOMPARE(doc.Shape(0).Points(), Corners(-10, 20, 100, 80));
+        QCOMPARE(GeometryForm::ApplyFields(doc, 0, {"-11", "20", "110", "60"}), outside);
     }
 };
 
