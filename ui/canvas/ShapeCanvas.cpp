@@ -498,6 +498,10 @@ void ShapeCanvas::OnControlPressed(QPointF Position, QPoint GlobalPosition)
 
 void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButtons Buttons)
 {
+    // Another map was made the active one (Ctrl+Tab) while a polygon is drawn here: the
+    // pointer leaves for it instead of being put back on this picture.
+    if (m_host.ActiveMapWindow() != this)
+        m_pointer->ReleaseAll();
     Guarded([&] {
         const QPointF held = m_pointer->Hold(Position, GlobalPosition);
         const QPoint g = held == Position ? GlobalPosition : m_canvas->mapToGlobal(held.toPoint());
@@ -520,8 +524,8 @@ void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
     const ShapeRect area = m_pointer->VisibleArea();
     m_pointer->Capture();
     if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
-        // Another map was made the active one (Ctrl+Tab) while a polygon is drawn here:
-        // the pointer is free for it. The polygon waits for its next click.
+        // Over another map's window the pointer is free (see OnMoved); the polygon
+        // waits for its next click.
         if (m_host.ActiveMapWindow() != this)
             m_pointer->ReleaseAll();
         else if (!m_pointer->Confined())

@@ -299,11 +299,13 @@ private slots:
         // Another map made active lets the pointer go; back on this one the polygon goes on.
         QVERIFY(map->PointerConfined());
         ShapeCanvas* other = NewMap();
-        // The move reaches the surface that holds the pointer, whatever lies over it.
-        QMouseEvent move(QEvent::MouseMove, QPointF(160, 160),
-                         surface->mapToGlobal(QPointF(160, 160)), Qt::NoButton, Qt::NoButton, {});
+        // The move reaches the surface that holds the pointer, whatever lies over it; it is
+        // not put back on this picture.
+        QMouseEvent move(QEvent::MouseMove, QPointF(160, -40),
+                         surface->mapToGlobal(QPointF(160, -40)), Qt::NoButton, Qt::NoButton, {});
         QApplication::sendEvent(surface, &move);
         QVERIFY(!map->PointerConfined() && map->Document().PolygonInProgress);
+        QCOMPARE(map->Document().Shapes().back().LastLineY(), -40);
         QVERIFY(hint->isHidden());
         // The click that brings it back only activates it; the next one adds the corner.
         m_frame->MdiArea()->tileSubWindows();
