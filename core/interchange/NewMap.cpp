@@ -5,6 +5,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
+#include <cstdint>
+#include <limits>
 
 NewMap::Result NewMap::FromPicture(const QString& PicturePath)
 {
@@ -15,9 +18,26 @@ NewMap::Result NewMap::FromPicture(const QString& PicturePath)
         result.detail = picture.detail;
         return result;
     }
+    result.detail = TooLargeDetail(picture.image.size());
+    if (!result.detail.isEmpty()) {
+        result.message = PictureLoader::CannotReadMessage(PicturePath);
+        return result;
+    }
     SetPicture(result.document, picture.image, PicturePath);
     result.ok = true;
     return result;
+}
+
+QString NewMap::TooLargeDetail(QSize Size)
+{
+    const int most = std::numeric_limits<std::int16_t>::max();
+    if (Size.width() <= most && Size.height() <= most)
+        return QString();
+    const QLocale english(QLocale::English);
+    return QStringLiteral("The picture is %1 \u00d7 %2 pixels; a map's picture may be at most "
+                          "%3 pixels wide and %3 pixels high.")
+        .arg(english.toString(Size.width()), english.toString(Size.height()),
+             english.toString(most));
 }
 
 void NewMap::SetPicture(MapDocument& Document, const QImage& Picture, const QString& PicturePath)

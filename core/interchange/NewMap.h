@@ -19,8 +19,12 @@ public:
         QString detail; // why, shown beside the message
     };
 
-    // Loads the picture at PicturePath; a picture that cannot be read makes no map.
+    // Loads the picture at PicturePath; a picture that cannot be read, or is too large
+    // for a map, makes no map.
     static Result FromPicture(const QString& PicturePath);
+    // Why a picture of Size cannot be a new map's picture, or empty when it can: beyond
+    // 32,767 pixels a side, positions on it no longer fit the map's coordinates.
+    static QString TooLargeDetail(QSize Size);
     // Gives Document the picture: OrigPic, RealWidth/RealHeight and SWidth/SHeight =
     // the picture's size, ZoomLevel 1.0, ImageName and ImagePath (ending with the
     // separator) from the absolute form of PicturePath.

@@ -85,6 +85,7 @@ private slots:
                                    .repeated(32769) +
                                "</map>"));
         QVERIFY(WriteBytes(Path("big.png"), HugePng()));
+        QVERIFY(QImage(1, 32768, QImage::Format_Mono).save(Path("tall.png")));
         QVERIFY(WriteBytes(Path("about.htm"), {}));
         QVERIFY(QDir(m_dir.path()).mkdir(QStringLiteral("sub")));
 
@@ -165,6 +166,11 @@ private slots:
                     .toString(qint64(QImageReader::allocationLimit()) * 1024 * 1024 / 4)
                     .toUtf8() +
                 " pixels.\n");
+        QTest::newRow("new from a picture taller than a map reaches")
+            << QStringList{"new", "tall.png", "-o", "out.imp"} << 1
+            << QByteArray("The picture \"tall.png\" cannot be loaded.\nThe picture is 1 \xc3\x97 "
+                          "32,768 pixels; a map's picture may be at most 32,767 pixels wide and "
+                          "32,767 pixels high.\n");
         for (const QStringList& options : {QStringList{}, QStringList{"--keep-text"}})
             QTest::addRow("import %s of a missing code file",
                           qPrintable(options.value(0, QStringLiteral("(classic)"))))

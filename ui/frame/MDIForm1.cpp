@@ -8,7 +8,7 @@
 #include "core/forms/HelpFile.h"
 #include "core/forms/ZoomRules.h"
 #include "core/forms/ZoomStep.h"
-#include "core/interchange/PictureLoader.h"
+#include "core/interchange/NewMap.h"
 #include "core/interchange/RecoveryOffer.h"
 #include "ui/canvas/ShapeCanvas.h"
 #include "ui/dialogs/ColorPicker.h"
@@ -214,13 +214,13 @@ void MDIForm1::LoadNewMap()
 
 ShapeCanvas* MDIForm1::NewMapFromPicture(const QString& Path)
 {
-    const PictureLoader::Result picture = PictureLoader::Load(Path);
-    if (!picture.ok) {
-        m_ui.DetailedMessage(picture.message, ModalUi::Icon::Critical, picture.detail);
+    const NewMap::Result made = NewMap::FromPicture(Path);
+    if (!made.ok) {
+        m_ui.DetailedMessage(made.message, ModalUi::Icon::Critical, made.detail);
         return nullptr;
     }
     ShapeCanvas* map = AddMapWindow();
-    map->SetNewPicture(picture.image, Path);
+    map->SetNewPicture(made.document.OrigPic, Path);
     map->setWindowTitle(QStringLiteral("Untitled"));
     ShowMapWindow(*map);
     RememberFile(Path, false);

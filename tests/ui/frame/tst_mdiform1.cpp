@@ -385,6 +385,11 @@ private slots:
                      QStringLiteral("The map file is \"%1\".").arg(broken)),
                  qPrintable(m_ui->messages.front().detail));
         QCOMPARE(m_ui->messages.back().detail, QStringLiteral("It is a folder, not a picture."));
+        // Nor does a picture wider than a map's coordinates reach.
+        const QString wide = SavePicture(m_dir.filePath(QStringLiteral("wide.png")), {32768, 1});
+        QVERIFY(Drop({wide}));
+        QCOMPARE(m_frame->MapWindows().size(), 3);
+        QCOMPARE(m_ui->messageTexts().last(), PictureLoader::CannotReadMessage(wide));
         QVERIFY(!Drop({})); // nothing that is not a local file is taken
     }
 
