@@ -309,6 +309,8 @@ void ShapeCanvas::resizeEvent(QResizeEvent* event)
     m_scrollEnd->setGeometry(next.BntScrollEnd);
     m_holdImage->move(m_holdImage->x(), next.HoldImageTop);
     SetPicSize();
+    // Tile and Cascade move and resize the window under the pointer.
+    FollowPointer();
 }
 
 // ---- view scale --------------------------------------------------------------------

@@ -587,6 +587,8 @@ private slots:
         QVERIFY(bandEndsAtPointer());
         m_canvas->SetViewScale(2.0);
         QVERIFY(bandEndsAtPointer());
+        m_canvas->resize(600, 450); // back to the picture's top-left corner
+        QVERIFY(bandEndsAtPointer());
         QVERIFY(Doc().PolygonInProgress);
     }
 
