@@ -2,6 +2,7 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
 
 namespace {
 
@@ -19,7 +20,37 @@ QList<QMdiSubWindow*> Windows(QMdiArea& Area, bool Minimised)
 
 void WindowArranger::Cascade(QMdiArea& Area)
 {
-    Area.cascadeSubWindows();
+    // The area's own cascade sizes each window to its hint, which for a map is only a
+    // title bar. Here all take one size, as large as leaves every title bar in sight.
+    QList<QMdiSubWindow*> windows = Windows(Area, false);
+    if (windows.isEmpty())
+        return;
+    // The active window ends on top of the pile.
+    QMdiSubWindow* active = Area.activeSubWindow();
+    if (windows.removeOne(active))
+        windows.append(active);
+    const QRect area = Area.viewport()->rect();
+    const QMdiSubWindow* first = windows.first();
+    const int step = first->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, first) + 4;
+    const int stack = step * (static_cast<int>(windows.size()) - 1);
+    const QSize size(qMax(area.width() - stack, area.width() * 2 / 3),
+                     qMax(area.height() - stack, area.height() * 2 / 3));
+    int k = 0;
+    for (QMdiSubWindow* window : windows) {
+        QPoint at(k * step, k * step);
+        // Past the edge the pile starts again from the corner.
+        if (at.x() + size.width() > area.width() || at.y() + size.height() > area.height()) {
+            k = 0;
+            at = QPoint(0, 0);
+        }
+        if (window->isMaximized())
+            window->showNormal();
+        window->setGeometry(QRect(at, size));
+        window->raise();
+        ++k;
+    }
+    if (active != nullptr)
+        Area.setActiveSubWindow(active);
 }
 
 void WindowArranger::TileHorizontally(QMdiArea& Area)

@@ -6,6 +6,8 @@ class QMdiArea;
 class WindowArranger
 {
 public:
+    // Overlapping, each a title bar below and right of the one before, the active one on
+    // top; minimised windows stay as they are.
     static void Cascade(QMdiArea& Area);
     // One above the other, each as wide as the area; minimised windows stay as they are.
     static void TileHorizontally(QMdiArea& Area);

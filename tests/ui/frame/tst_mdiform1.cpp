@@ -24,10 +24,12 @@
 #include <QMimeData>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSet>
 #include <QStandardPaths>
 #include <QToolButton>
 #include <QTreeView>
 #include <QUrl>
+#include <algorithm>
 
 // End-to-end flows through the main window, with scripted dialogs, and files the desktop
 // way: dropped on the frame, and Open Recent.
@@ -158,6 +160,27 @@ private slots:
 
     // However many maps are open, a new one opens where it can be seen, none hidden
     // beyond the edge of the frame's map area.
+    // Cascade leaves every map window usable: in sight, its title bar showing, most of the
+    // area large; the active one stays active, on top.
+    void cascadeKeepsTheWindowsUsable()
+    {
+        for (int i = 0; i < 3; ++i)
+            NewMap(300, 200);
+        QMdiSubWindow* active = m_frame->MdiArea()->subWindowList().first();
+        m_frame->MdiArea()->setActiveSubWindow(active);
+        Trigger("Cascade");
+        const QRect area = m_frame->MdiArea()->viewport()->rect();
+        QList<int> tops;
+        for (const QMdiSubWindow* window : m_frame->MdiArea()->subWindowList()) {
+            QVERIFY(area.contains(window->geometry()));
+            QVERIFY(window->width() > area.width() / 2 && window->height() > area.height() / 2);
+            tops.append(window->y());
+        }
+        QCOMPARE(QSet<int>(tops.begin(), tops.end()).size(), 3);
+        QCOMPARE(m_frame->MdiArea()->activeSubWindow(), active);
+        QCOMPARE(active->y(), *std::max_element(tops.begin(), tops.end()));
+    }
+
     void newMapsOpenInSight()
     {
         const QWidget* area = Child<QMdiArea>(*m_frame, "MdiArea")->viewport();
