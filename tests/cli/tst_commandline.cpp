@@ -1,4 +1,5 @@
 #include "CliRun.h"
+#include "ManualText.h"
 #include "core/forms/HelpFile.h"
 
 #include <QFile>
@@ -130,6 +131,29 @@ private slots:
                      qPrintable(name));
         }
         QCOMPARE(options, 3);
+    }
+
+    void userManualNamesEveryCommandAndOption()
+    {
+        const QString manual = ManualText();
+        QVERIFY(manual.contains(QStringLiteral("vantrel-cli")));
+        const QString usage = QString::fromUtf8(Start(QStringLiteral(VANTREL_CLI), {"--help"}).out);
+        const QRegularExpression command(QStringLiteral("^  ([a-z]+) "),
+                                         QRegularExpression::MultilineOption);
+        int commands = 0;
+        for (auto it = command.globalMatch(usage); it.hasNext(); ++commands) {
+            const QString name = it.next().captured(1);
+            QVERIFY2(manual.contains(QStringLiteral("vantrel-cli %1 ").arg(name)),
+                     qPrintable(name));
+        }
+        QCOMPARE(commands, 8);
+        const QRegularExpression option(QStringLiteral("--[a-z-]+"));
+        for (auto it = option.globalMatch(usage); it.hasNext();) {
+            const QString name = it.next().captured(0);
+            QVERIFY2(manual.contains(name), qPrintable(name));
+        }
+        for (const char* status : {"0 when", "1 when", "2 for", "3 when"})
+            QVERIFY2(manual.contains(QLatin1String(status)), status);
     }
 
     void metainfoMatchesTheProgram()
