@@ -196,7 +196,10 @@ MapFile::ReadResult MapFile::OpenMapFile(const QString& FileNameToOpen, ShapeSur
     const QByteArray bytes = read ? file.readAll() : QByteArray();
     if (!read || file.error() != QFileDevice::NoError) {
         ReadResult failed = Failed({CannotLoadMessage()});
-        failed.detail = file.errorString();
+        // Qt's own words for a folder are "file to open is a directory".
+        failed.detail = QFileInfo(FileNameToOpen).isDir()
+                            ? QStringLiteral("It is a folder, not a map file.")
+                            : file.errorString();
         return failed;
     }
     return ReadMap(bytes, FileNameToOpen, Surface);

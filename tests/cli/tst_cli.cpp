@@ -138,6 +138,9 @@ private slots:
             QTest::addRow("%s of what is no map", command)
                 << QStringList{command, "pic.png"} << 1
                 << QByteArray("Error, map cannot be loaded.\nThe file is not a text file.\n");
+        QTest::newRow("dump of a folder")
+            << QStringList{"dump", "sub"} << 1
+            << QByteArray("Error, map cannot be loaded.\nIt is a folder, not a map file.\n");
         QTest::newRow("links of a missing map")
             << QStringList{"links", "absent.imp"} << 1
             << QByteArray("Error, map cannot be loaded.\nNo such file or directory\n");
