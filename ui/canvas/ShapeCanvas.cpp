@@ -600,7 +600,7 @@ void ShapeCanvas::OnDoubleClicked()
 {
     const int tab = m_editor.DoubleClickTab();
     if (tab != 0)
-        ShapeProperties(static_cast<std::int16_t>(tab));
+        ShapeProperties(tab);
 }
 
 void ShapeCanvas::OnPointerLeft()
@@ -856,7 +856,7 @@ void ShapeCanvas::MorphShape(std::int16_t SType)
     emit MapChanged(true);
 }
 
-void ShapeCanvas::ShapeProperties(std::int16_t TheIndex)
+void ShapeCanvas::ShapeProperties(int TheIndex)
 {
     SettleGesture();
     std::optional<MapChange> change = m_history.Capture(

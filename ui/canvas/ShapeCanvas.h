@@ -72,7 +72,10 @@ public:
     bool SetShapeEqualToTopShape(PatShape& CopyOfShape);
     void SetNewShape(const PatShape& NewShape);
     void MorphShape(std::int16_t SType);
-    void ShapeProperties(std::int16_t TheIndex);
+    // TheIndex: the tab to open, 1 the map (also for -1), 2.. the shapes, then the default
+    // area. Wider than a shape index: with 32,766 shapes and more, the last tabs lie past
+    // 32,767.
+    void ShapeProperties(int TheIndex);
     void DrawShapes();
     void ReStackArrayFromOptions(std::int16_t NewTopIndex);
     void SetShapeColors();

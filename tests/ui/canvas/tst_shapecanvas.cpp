@@ -132,6 +132,11 @@ private slots:
         QCOMPARE(doubleClick({90, 30}), 3);   // shape 1's tab
         m_canvas->ShapeProperties(-1);
         QCOMPARE(m_host->propertiesTab, 1);
+        // With 32,767 shapes the default area's tab lies past a shape index's range.
+        Doc().ReSetShapeArray(
+            std::vector<PatShape>(32767, MakeShape(Rectangle, Corners(1, 1, 5, 5), nullptr, 1.0)),
+            32766);
+        QCOMPARE(doubleClick({300, 250}), 32769);
     }
 
     void bodyDrag()
