@@ -149,54 +149,45 @@ private slots:
         ShapeCanvas* first = NewMap();
         ShapeCanvas* second = NewMap();
         QCOMPARE(enabled(), (QList<bool>{true, true, true, true}));
-        m_ui->answers.append({true, true});
-        first->parentWidget()->close();
+        // Ctrl+F4 and Ctrl+W close the active map, after its question, from the map itself.
+        QVERIFY(QTest::qWaitForWindowActive(m_frame));
+        QWidget* surface = Child<QWidget>(*second, "TheCanvas");
+        surface->setFocus();
+        m_ui->answers.append({false, true, true});
+        QTest::keyClick(surface, Qt::Key_F4, Qt::ControlModifier); // answered No
+        QCOMPARE(m_frame->MapWindows().size(), 2);
+        QTest::keyClick(surface, Qt::Key_W, Qt::ControlModifier);
+        QTRY_COMPARE(m_frame->MapWindows(), QList<ShapeCanvas*>{first});
         QVERIFY(enabled() != noMap);
-        second->parentWidget()->close();
+        first->parentWidget()->close();
         QTRY_COMPARE(enabled(), noMap);
         Trigger("PasteShape"); // a disabled command does nothing
         QVERIFY(m_ui->messages.isEmpty());
     }
 
-    // However many maps are open, a new one opens where it can be seen, none hidden
-    // beyond the edge of the frame's map area.
-    // Cascade leaves every map window usable: in sight, its title bar showing, most of the
-    // area large; the active one stays active, on top.
-    void cascadeKeepsTheWindowsUsable()
+    // However many maps are open, a new one opens where it can be seen, none hidden beyond
+    // the edge of the frame's map area. Cascade leaves every map window usable: in sight, its
+    // title bar showing, most of the area large; the active one stays active, on top.
+    void newAndCascadedMapsStayInSight()
     {
-        for (int i = 0; i < 3; ++i)
-            NewMap(300, 200);
+        const QWidget* viewport = m_frame->MdiArea()->viewport();
+        for (int i = 0; i < 5; ++i) {
+            const QRect window = NewMap(300, 200)->parentWidget()->geometry();
+            QVERIFY2(viewport->rect().contains(window), qPrintable(QString::number(i + 1)));
+        }
         QMdiSubWindow* active = m_frame->MdiArea()->subWindowList().first();
         m_frame->MdiArea()->setActiveSubWindow(active);
         Trigger("Cascade");
-        const QRect area = m_frame->MdiArea()->viewport()->rect();
+        const QRect area = viewport->rect();
         QList<int> tops;
         for (const QMdiSubWindow* window : m_frame->MdiArea()->subWindowList()) {
             QVERIFY(area.contains(window->geometry()));
             QVERIFY(window->width() > area.width() / 2 && window->height() > area.height() / 2);
             tops.append(window->y());
         }
-        QCOMPARE(QSet<int>(tops.begin(), tops.end()).size(), 3);
+        QCOMPARE(QSet<int>(tops.begin(), tops.end()).size(), 5);
         QCOMPARE(m_frame->MdiArea()->activeSubWindow(), active);
         QCOMPARE(active->y(), *std::max_element(tops.begin(), tops.end()));
-    }
-
-    void newMapsOpenInSight()
-    {
-        const QWidget* area = Child<QMdiArea>(*m_frame, "MdiArea")->viewport();
-        for (int i = 0; i < 5; ++i) {
-            ShapeCanvas* map = NewMap(300, 200);
-            const QRect window = map->parentWidget()->geometry();
-            QVERIFY2(area->rect().contains(window),
-                     qPrintable(QStringLiteral("map %1 at %2,%3 %4x%5 in %6x%7")
-                                    .arg(i + 1)
-                                    .arg(window.x())
-                                    .arg(window.y())
-                                    .arg(window.width())
-                                    .arg(window.height())
-                                    .arg(area->width())
-                                    .arg(area->height())));
-        }
     }
 
     void newMapDrawSaveAndReopen()
@@ -281,22 +272,6 @@ private slots:
             QCOMPARE(second->Document().GetURL(i), QStringLiteral("a.html"));
             QVERIFY(second->Document().Shape(i).Points() == copy.Points());
         }
-    }
-
-    // Ctrl+F4 and Ctrl+W close the active map, after its question, from the map itself.
-    void keysCloseTheActiveMap()
-    {
-        NewMap();
-        ShapeCanvas* map = NewMap();
-        QVERIFY(QTest::qWaitForWindowActive(m_frame));
-        QWidget* surface = Child<QWidget>(*map, "TheCanvas");
-        surface->setFocus();
-        m_ui->answers.append({false, true});
-        QTest::keyClick(surface, Qt::Key_F4, Qt::ControlModifier); // answered No
-        QCOMPARE(m_frame->MapWindows().size(), 2);
-        QTest::keyClick(surface, Qt::Key_W, Qt::ControlModifier);
-        QTRY_COMPARE(m_frame->MapWindows().size(), 1);
-        QVERIFY(!m_frame->MapWindows().contains(map));
     }
 
     void deleteKeyBelongsToTheMapWindow()
