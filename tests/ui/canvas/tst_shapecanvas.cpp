@@ -82,30 +82,26 @@ private slots:
         }
     }
 
-    void pointerShowsWhatAPressWouldDo()
-    {
-        NewCanvas();
-        Draw(Mode::Rectangle, {50, 50}, {150, 120});
-        const auto over = [this](QPoint at) {
-            QTest::mouseMove(Surface(), at);
-            return Surface()->cursor().shape();
-        };
-        QCOMPARE(over({100, 80}), Qt::SizeAllCursor);
-        QCOMPARE(over({150, 120}), Qt::PointingHandCursor);
-        QCOMPARE(over({300, 250}), Qt::ArrowCursor);
-        m_host->mode = Mode::Polygon;
-        QCOMPARE(over({310, 250}), Qt::CrossCursor);
-        // Space held pans: its hand stays.
-        QTest::keyPress(Surface(), Qt::Key_Space);
-        QCOMPARE(over({100, 80}), Qt::OpenHandCursor);
-        QTest::keyRelease(Surface(), Qt::Key_Space);
-    }
-
     void pickTakesTopmostShapeOverLowerVertex()
     {
         NewCanvas();
         Draw(Mode::Rectangle, {10, 10}, {100, 100});
         Draw(Mode::Rectangle, {150, 150}, {50, 50});
+        // The pointer shows what a press would do.
+        const auto over = [this](QPoint at) {
+            QTest::mouseMove(Surface(), at);
+            return Surface()->cursor().shape();
+        };
+        QCOMPARE(over({30, 30}), Qt::SizeAllCursor);
+        QCOMPARE(over({150, 150}), Qt::PointingHandCursor);
+        QCOMPARE(over({300, 250}), Qt::ArrowCursor);
+        m_host->mode = Mode::Polygon;
+        QCOMPARE(over({310, 250}), Qt::CrossCursor);
+        // Space held pans: its hand stays.
+        QTest::keyPress(Surface(), Qt::Key_Space);
+        QCOMPARE(over({30, 30}), Qt::OpenHandCursor);
+        QTest::keyRelease(Surface(), Qt::Key_Space);
+        m_host->mode = Mode::Pointer;
         // Vertex 2 of shape 0 lies inside shape 1, which is on top: the body wins.
         for (const std::int16_t top : {1, 0}) {
             m_canvas->ReStackArrayFromOptions(top);
@@ -568,24 +564,20 @@ private slots:
         m_canvas->SetNewShape(MakeShape(Rectangle, Corners(0, 0, 40, 30), nullptr, 1.0));
         QCOMPARE(Bar("VScroll1")->value(), 0);
         QCOMPARE(Bar("HScroll1")->value(), 0);
-    }
 
-    // The picture moves or grows under a still pointer: a polygon's rubber band goes on
-    // ending under it.
-    void rubberBandFollowsThePointerWhenThePictureMoves()
-    {
-        NewCanvas(1200, 900);
+        // The picture moves or grows under a still pointer: a polygon's rubber band goes on
+        // ending under it.
         m_host->mode = Mode::Polygon;
         Click({100, 100});
         QTest::mouseMove(Surface(), {200, 150});
+        const auto polygon = [this]() -> const PatShape& { return Doc().Shape(1); };
         const QPointF pointer = Surface()->mapTo(Viewport(), QPointF(200, 150));
         const auto bandEndsAtPointer = [&] {
             const QPointF at = DocumentAt(pointer);
-            return QLineF(at, QPointF(Doc().Shape(0).LastLineX(), Doc().Shape(0).LastLineY()))
-                       .length() < 1.0;
+            return QLineF(at, QPointF(polygon().LastLineX(), polygon().LastLineY())).length() < 1.0;
         };
         Wheel({200, 150}, {0, -120});
-        QCOMPARE(Doc().Shape(0).LastLineY(), 150 + 60);
+        QCOMPARE(polygon().LastLineY(), 150 + 60);
         Key(Qt::Key_PageDown);
         QVERIFY(bandEndsAtPointer());
         m_canvas->SetZoomLevel(0.5); // the picture about fits now: back to its top

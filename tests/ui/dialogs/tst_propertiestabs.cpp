@@ -20,13 +20,36 @@ private slots:
         AddShapes(3);
         frmOptions dialog(*m_canvas, m_host->ui);
         dialog.OpenOnTab(3);
+        QTabBar* tabs = Tabs(dialog);
         QStringList captions;
-        for (int i = 0; i < Tabs(dialog)->count(); ++i)
-            captions << Tabs(dialog)->tabText(i);
+        for (int i = 0; i < tabs->count(); ++i)
+            captions << tabs->tabText(i);
         QCOMPARE(captions, (QStringList{"Map Properties", "Shape #1", "Shape #2", "Shape #3",
                                         "Default Area"}));
-        QCOMPARE(Tabs(dialog)->currentIndex(), 2);
+        QCOMPARE(tabs->currentIndex(), 2);
         QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u1"));
+
+        // From the keyboard: Ctrl+Page Down and Ctrl+Tab go on a tab, Ctrl+Page Up and
+        // Ctrl+Shift+Tab back, from whichever box has the focus, and stop at either end.
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+            QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+            QCoreApplication::processEvents();
+            return tabs->tabText(tabs->currentIndex());
+        };
+        QCOMPARE(press(Qt::Key_PageUp, Qt::ControlModifier), QStringLiteral("Shape #1"));
+        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u0"));
+        QCOMPARE(press(Qt::Key_PageUp, Qt::ControlModifier), QStringLiteral("Map Properties"));
+        QCOMPARE(press(Qt::Key_PageUp, Qt::ControlModifier), QStringLiteral("Map Properties"));
+        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), QStringLiteral("Shape #1"));
+        QCOMPARE(press(Qt::Key_Tab, Qt::ControlModifier), QStringLiteral("Shape #2"));
+        QCOMPARE(press(Qt::Key_Tab, Qt::ControlModifier), QStringLiteral("Shape #3"));
+        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), QStringLiteral("Default Area"));
+        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), QStringLiteral("Default Area"));
+        QCOMPARE(press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier),
+                 QStringLiteral("Shape #3"));
+        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u2"));
     }
 
     void bigMapOpensOnTheShapeAndWritesItBack()
@@ -63,32 +86,6 @@ private slots:
         QCOMPARE(doc.DefURL, QStringLiteral("rest"));
         for (const std::int16_t untouched : {0, 2499, 2502, 4999})
             QCOMPARE(doc.GetURL(untouched), QStringLiteral("u%1").arg(untouched));
-    }
-
-    // From the keyboard: Ctrl+Page Down and Ctrl+Tab go on a tab, Ctrl+Page Up and
-    // Ctrl+Shift+Tab back, from whichever box has the focus, and stop at either end.
-    void keysStepThroughTheTabs()
-    {
-        AddShapes(2);
-        frmOptions dialog(*m_canvas, m_host->ui);
-        dialog.OpenOnTab(1);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QTabBar* tabs = Tabs(dialog);
-        const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
-            QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-            QCoreApplication::processEvents();
-            return tabs->tabText(tabs->currentIndex());
-        };
-        QCOMPARE(press(Qt::Key_PageUp, Qt::ControlModifier), QStringLiteral("Map Properties"));
-        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), QStringLiteral("Shape #1"));
-        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u0"));
-        QCOMPARE(press(Qt::Key_Tab, Qt::ControlModifier), QStringLiteral("Shape #2"));
-        QCOMPARE(press(Qt::Key_Tab, Qt::ControlModifier), QStringLiteral("Default Area"));
-        QCOMPARE(press(Qt::Key_PageDown, Qt::ControlModifier), QStringLiteral("Default Area"));
-        QCOMPARE(press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier),
-                 QStringLiteral("Shape #2"));
-        QCOMPARE(Text(dialog, "txtURL"), QStringLiteral("u1"));
     }
 
     // Stepping through the tabs one by one reaches every shape, in order, and the end.

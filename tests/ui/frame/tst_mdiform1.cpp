@@ -1,5 +1,6 @@
 #include "FileBytes.h"
 #include "FrameFixture.h"
+#include "ManualText.h"
 #include "ShapeRow.h"
 #include "core/forms/CommonDialogStuff.h"
 #include "core/forms/HelpFile.h"
@@ -21,6 +22,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -134,6 +136,48 @@ private slots:
         else if (auto* action = m_frame->findChild<QAction*>(name))
             shown = action->isSeparator() ? QStringLiteral("-") : action->text();
         QCOMPARE(shown, caption);
+    }
+
+    // The user manual names every menu, command and key of the frame, so a command added
+    // without a word in the manual is caught here.
+    void manualNamesEveryMenuCommandAndKey()
+    {
+        const QString manual = ManualText();
+        QVERIFY(manual.contains(QStringLiteral("Vantrel")));
+        const auto caption = [](QString text) { return text.remove(QLatin1Char('&')); };
+        QStringList missing;
+        int commands = 0;
+        const std::function<void(QMenu&)> walk = [&](QMenu& menu) {
+            if (!manual.contains(caption(menu.title())))
+                missing << caption(menu.title());
+            for (QAction* action : menu.actions()) {
+                // Lists that fill themselves (open maps, recent files) carry no name.
+                if (action->isSeparator() || action->objectName().isEmpty())
+                    continue;
+                if (QMenu* sub = action->menu()) {
+                    walk(*sub);
+                    continue;
+                }
+                ++commands;
+                // The key the menu shows; the platform may add bindings of its own.
+                const QString shown = action->shortcut().toString(QKeySequence::PortableText);
+                if (!manual.contains(caption(action->text())) || !manual.contains(shown))
+                    missing << caption(action->text()) + QLatin1Char(' ') + shown;
+            }
+        };
+        for (QAction* top : m_frame->menuBar()->actions()) {
+            if (top->menu() != nullptr)
+                walk(*top->menu());
+        }
+        QVERIFY2(commands > 40, qPrintable(QString::number(commands)));
+        // The keys of the frame itself, outside the menus (closing a map).
+        for (QAction* action : m_frame->actions()) {
+            for (const QKeySequence& keys : action->shortcuts()) {
+                if (!manual.contains(keys.toString(QKeySequence::PortableText)))
+                    missing << keys.toString(QKeySequence::PortableText);
+            }
+        }
+        QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QStringLiteral(", "))));
     }
 
     void mapCommandsFollowTheOpenMaps()
