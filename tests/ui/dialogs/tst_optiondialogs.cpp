@@ -1,4 +1,5 @@
 #include "CanvasFixture.h"
+#include "FrameFixture.h"
 #include "TableCase.h"
 #include "core/base/Module1.h"
 #include "core/forms/SteppedNumberEntry.h"
@@ -31,7 +32,7 @@ private slots:
         QCOMPARE(doc.TopShape().ShapeColor, RGBColor(200, 128, 255));
         Child<QRadioButton>(picker, "Option3")->click();
         Child<QScrollBar>(picker, "ScrollGreen")->setValue(250);
-        Click(picker, "Command1");
+        ::Click(picker, "Command1");
         QCOMPARE(doc.FocusColor, RGBColor(64, 128, 255));
         QCOMPARE(doc.BorderColor, RGBColor(1, 2, 3));
         QCOMPARE(doc.TopShape().ShapeColor, RGBColor(64, 128, 255));
@@ -73,7 +74,7 @@ private slots:
         form.show();
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
-        QLineEdit* box = Child(form, "txtSpacing");
+        QLineEdit* box = Child<QLineEdit>(form, "txtSpacing");
         auto* display = Child<QCheckBox>(form, "Check1");
         auto* snap = Child<QCheckBox>(form, "Check2");
         box->setFocus();
@@ -101,13 +102,13 @@ private slots:
             ShapeCanvas& map = NewCanvas(300, 200);
             ImageSize dialog(map, m_host->ui);
             dialog.show();
-            Child(dialog, "txtWidth")->setText(QString::number(width));
-            Child(dialog, "txtHeight")->setText(QString::number(height));
-            Click(dialog, "Command1");
+            Child<QLineEdit>(dialog, "txtWidth")->setText(QString::number(width));
+            Child<QLineEdit>(dialog, "txtHeight")->setText(QString::number(height));
+            ::Click(dialog, "Command1");
             const bool refused = *message != 0;
             QCOMPARE(m_host->ui.messageTexts().join(QString()), QString::fromLatin1(message));
             QCOMPARE(dialog.isVisible(), refused);
-            QCOMPARE(Child(dialog, "txtWidth")->text(), QString::number(width));
+            QCOMPARE(Child<QLineEdit>(dialog, "txtWidth")->text(), QString::number(width));
             QCOMPARE(map.Document().SWidth, refused ? 300 : width);
             QCOMPARE(map.Document().SHeight, refused ? 200 : height);
         }
@@ -122,8 +123,8 @@ private slots:
             ShapeCanvas& map = NewCanvas(width, height);
             Zoom dialog(map, m_host->ui);
             dialog.show();
-            Child(dialog, "txtZooming")->setText(QString::fromLatin1(percent));
-            Click(dialog, "Command1");
+            Child<QLineEdit>(dialog, "txtZooming")->setText(QString::fromLatin1(percent));
+            ::Click(dialog, "Command1");
             QCOMPARE(map.Document().ZoomLevel, level);
             const bool refused = level == 1.0;
             QCOMPARE(dialog.isVisible(), refused);
@@ -131,16 +132,6 @@ private slots:
                      refused ? QStringList({"Zoom level is too great for an image of this size."})
                              : QStringList());
         }
-    }
-
-private:
-    template <typename T = QLineEdit> static T* Child(QWidget& dialog, const char* name)
-    {
-        return dialog.findChild<T*>(QLatin1String(name));
-    }
-    static void Click(QWidget& dialog, const char* name)
-    {
-        QTest::mouseClick(Child<QPushButton>(dialog, name), Qt::LeftButton);
     }
 };
 
