@@ -1,7 +1,11 @@
+#include "FileBytes.h"
+#include "FileSizeLimit.h"
 #include "ShapeRow.h"
 #include "core/document/MapDocument.h"
 #include "core/interchange/MapCodeGenerator.h"
+#include "core/interchange/TestPage.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -40,6 +44,7 @@ QString Viewing(MapDocument& d)
 
 } // namespace
 
+// The classic map code and the test page it is shown in.
 class TestMapCode : public QObject
 {
     Q_OBJECT
@@ -215,6 +220,29 @@ private slots:
         d.BringToTop(32767);
         QCOMPARE(Viewing(d), MapOf(areas) + PlainImg + QLatin1Char('>'));
     }
+
+    // The page's name is checked where the map test writes and opens it.
+    void testPageIsWrittenWholeOrNotAtAll()
+    {
+        const QString path = m_dir.filePath(TestPage::FileName());
+        QVERIFY(TestPage::Write(path, QStringLiteral("first, a longer code than the second")));
+        QVERIFY(
+            TestPage::Write(path, QStringLiteral("<map name=\"m\">\r\n</map>\r\n<img src=\"x\">")));
+        const QByteArray page("<HTML><HEAD><TITLE>This Is A Test</TITLE></HEAD>\r\n"
+                              "<BODY BGCOLOR=\"#FFFFFF\">\r\n"
+                              "<map name=\"m\">\r\n</map>\r\n<img src=\"x\">\r\n"
+                              "</BODY></HTML>\r\n");
+        QCOMPARE(ReadBytes(path), page);
+        QVERIFY(!TestPage::Write(m_dir.path(), QStringLiteral("x"))); // a folder, not a file
+        // The disk fills up part way through the page: the previous one stays.
+        const FileSizeLimit limit(1024);
+        QVERIFY(limit.Active());
+        QVERIFY(!TestPage::Write(path, QString(4096, QLatin1Char('x'))));
+        QCOMPARE(ReadBytes(path), page);
+    }
+
+private:
+    QTemporaryDir m_dir;
 };
 
 QTEST_APPLESS_MAIN(TestMapCode)
