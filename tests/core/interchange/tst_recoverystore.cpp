@@ -62,13 +62,19 @@ struct OpenMap
         return source;
     }
 
+    // Changed (and still modified or not), and the store asked to write what is due.
+    void Changed(RecoveryStore& store, int id, bool isModified = true)
+    {
+        modified = isModified;
+        store.MapChanged(id);
+        store.WriteDue();
+    }
+
     // Tracked by a started store and written as changed.
     int WrittenBy(RecoveryStore& store)
     {
-        modified = true;
         const int id = store.Track(Source());
-        store.MapChanged(id);
-        store.WriteDue();
+        Changed(store, id);
         return id;
     }
 };
@@ -118,8 +124,7 @@ private slots:
 
         // Mid-gesture the map waits; written once the gesture ends.
         map.busy = true;
-        store->MapChanged(id);
-        store->WriteDue();
+        map.Changed(*store, id);
         QVERIFY(store->FileOf(id).isEmpty());
         map.busy = false;
         store->WriteDue();
@@ -128,15 +133,11 @@ private slots:
         // Saved, or undone back to its saved state: the file goes.
         store->MapSaved(id);
         QVERIFY(store->FileOf(id).isEmpty());
-        map.modified = false;
-        store->MapChanged(id);
-        store->WriteDue();
+        map.Changed(*store, id, false);
         QVERIFY(store->FileOf(id).isEmpty());
 
         // Closed: the file goes, and the map is no longer asked for.
-        map.modified = true;
-        store->MapChanged(id);
-        store->WriteDue();
+        map.Changed(*store, id);
         const QString last = store->FileOf(id);
         QVERIFY(QFile::exists(last));
         store->Forget(id);
@@ -236,7 +237,6 @@ private slots:
     void aFolderThatCannotBeWrittenIsSaidOnce()
     {
         OpenMap map(2);
-        map.modified = true;
         RecoveryStore store(map.folder);
         QSignalSpy failed(&store, &RecoveryStore::WriteFailed);
         QVERIFY(store.Start());
@@ -245,10 +245,8 @@ private slots:
         // The folder is replaced by a file while the editor runs.
         QVERIFY(QDir(map.folder).removeRecursively());
         QVERIFY(WriteBytes(map.folder, {}));
-        for (int i = 0; i < 3; ++i) {
-            store.MapChanged(id);
-            store.WriteDue();
-        }
+        for (int i = 0; i < 3; ++i)
+            map.Changed(store, id);
         // Said when the writes come back, once for all three.
         QTRY_COMPARE(failed.size(), 1);
         QVERIFY(failed.at(0).at(0).toString().contains(QDir::toNativeSeparators(map.folder)));
@@ -260,8 +258,7 @@ private slots:
         store.WriteDue();
         QVERIFY(!store.FileOf(id).isEmpty());
         QVERIFY(QDir(map.folder).removeRecursively());
-        store.MapChanged(id);
-        store.WriteDue();
+        map.Changed(store, id);
         QTRY_COMPARE(failed.size(), 2);
 
         // A folder that cannot be made at all.
