@@ -53,7 +53,6 @@ class TestCli : public QObject
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_dir.isValid());
         QVERIFY(m_server.IsListening());
         QImage picture(120, 80, QImage::Format_RGB32);
         picture.fill(Qt::green);

@@ -126,14 +126,14 @@ private slots:
     // Each refusal says why beside its message: the line at fault and what it holds.
     void refusesBrokenFiles_data()
     {
-        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QStringList>("messages");
         QTest::addColumn<QString>("detail");
         const QStringList valid = ValidLines();
-        const auto with = [&](int index, const QString& value) {
-            QStringList lines = valid;
+        const auto with = [&](int index, const QString& value, int count = -1) {
+            QStringList lines = valid.mid(0, count);
             lines[index] = value;
-            return lines;
+            return Crlf(lines);
         };
         const QStringList cannot{CannotLoad};
         const QStringList noPicture{NotFound, CannotLoad};
@@ -142,10 +142,14 @@ private slots:
         };
         const QString ends10 = MapFile::EndsEarlyDetail(10);
 
-        QTest::newRow("empty file") << QStringList{} << cannot << MapFile::EmptyDetail();
-        QTest::newRow("header cut short") << valid.mid(0, 10) << cannot << ends10;
+        QTest::newRow("empty file") << QByteArray() << cannot << MapFile::EmptyDetail();
+        QTest::newRow("header cut short") << Crlf(valid.mid(0, 10)) << cannot << ends10;
+        // A last line without its line end still counts, LF alone as well as CR LF.
+        QTest::newRow("cut without a line end")
+            << Crlf(valid.mid(0, 10)).chopped(2) << cannot << ends10;
+        QTest::newRow("cut, LF alone") << valid.mid(0, 10).join('\n').toUtf8() << cannot << ends10;
         QTest::newRow("shape record cut short")
-            << valid.mid(0, 28) << cannot << MapFile::EndsEarlyDetail(28);
+            << Crlf(valid.mid(0, 28)) << cannot << MapFile::EndsEarlyDetail(28);
         QTest::newRow("word for map style") << with(5, "three") << cannot << bad(6, "three");
         QTest::newRow("map style out of range") << with(5, " 6 ") << cannot << bad(6, "6");
         QTest::newRow("word in the points line") << with(24, "10,20,x,20,110,80,10,80,") << cannot
@@ -176,30 +180,19 @@ private slots:
         QTest::newRow("picture deleted") << with(3, "gone.png") << noPicture << QString();
         // The picture is looked for right after its name; a later fault adds nothing.
         QTest::newRow("picture deleted, rest cut")
-            << with(3, "gone.png").mid(0, 6) << noPicture << QString();
+            << with(3, "gone.png", 6) << noPicture << QString();
     }
 
     void refusesBrokenFiles()
     {
-        QFETCH(QStringList, lines);
+        QFETCH(QByteArray, bytes);
         QFETCH(QStringList, messages);
         QFETCH(QString, detail);
-        const QByteArray bytes = lines.isEmpty() ? QByteArray() : Crlf(lines);
         const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("lines.imp"));
         QVERIFY(!read.ok);
         QCOMPARE(read.messages, messages);
         QCOMPARE(read.document.ItemCount(), std::int16_t(-1));
         QCOMPARE(read.detail, detail);
-    }
-
-    // A last line without its line end still counts, LF alone as well as CR LF.
-    void endsEarlyCountsEveryLine()
-    {
-        const QStringList lines = ValidLines().mid(0, 10);
-        for (const QByteArray& bytes : {Crlf(lines).chopped(2), lines.join('\n').toUtf8()}) {
-            const MapFile::ReadResult read = MapFile::ReadMap(bytes, m_dir.filePath("cut.imp"));
-            QCOMPARE(read.detail, MapFile::EndsEarlyDetail(10));
-        }
     }
 
     void findsMovedPictureBesideTheMap_data()
