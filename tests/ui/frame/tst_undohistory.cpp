@@ -2,7 +2,6 @@
 #include "FrameFixture.h"
 #include "KilledRun.h"
 #include "core/interchange/MapFile.h"
-#include "ui/frame/RecoverMaps.h"
 #include "ui/frame/RecoveryKeeper.h"
 
 #include <QCheckBox>
