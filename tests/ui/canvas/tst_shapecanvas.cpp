@@ -133,14 +133,14 @@ private slots:
             QTest::mouseMove(Surface(), at);
             return Surface()->cursor().shape();
         };
-        QCOMPARE(over({30, 30}), Qt::SizeAllCursor);
+        QCOMPARE(over({120, 120}), Qt::SizeAllCursor);
         QCOMPARE(over({150, 150}), Qt::PointingHandCursor);
         QCOMPARE(over({300, 250}), Qt::ArrowCursor);
         m_host->mode = Mode::Polygon;
         QCOMPARE(over({310, 250}), Qt::CrossCursor);
         // Space held pans: its hand stays.
         QTest::keyPress(Surface(), Qt::Key_Space);
-        QCOMPARE(over({30, 30}), Qt::OpenHandCursor);
+        QCOMPARE(over({120, 120}), Qt::OpenHandCursor);
         QTest::keyRelease(Surface(), Qt::Key_Space);
         m_host->mode = Mode::Pointer;
         // Vertex 2 of shape 0 lies inside shape 1, which is on top: the body wins.

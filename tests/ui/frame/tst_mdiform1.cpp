@@ -282,8 +282,7 @@ private slots:
         QCOMPARE(m_ui->messages.front().detail, HelpFile::ManualDetail(HelpFile::Path(), true));
         QVERIFY(m_frame->MapWindows().isEmpty());
 
-        const QString picture = m_dir.filePath(QStringLiteral("start.png"));
-        QImage(30, 20, QImage::Format_RGB32).save(picture);
+        const QString picture = SavePicture(m_dir.filePath(QStringLiteral("start.png")), {30, 20});
         m_frame->OpenFiles({QStringLiteral(VANTREL_SOURCE_DIR "/examples/sample.imp"), picture});
         QCOMPARE(m_frame->MapWindows().size(), 2);
         QCOMPARE(m_frame->MapWindows().at(0)->Document().ItemCount(), std::int16_t(2));
