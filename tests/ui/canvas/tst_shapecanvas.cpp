@@ -695,6 +695,7 @@ private slots:
         const ShapeRect b = PatShape::BoundingRect(Doc().Shape(0).Points(), false);
         QVERIFY(std::abs(b.left - 1000) <= 2 && std::abs(b.right - 2000) <= 2);
     }
+
     void unreadablePictureIsRefused()
     {
         ShapeCanvas& c = Untitled();
