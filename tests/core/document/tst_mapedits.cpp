@@ -649,7 +649,7 @@ private slots:
         QVERIFY(!all);
     }
 
-    void rowsShowEveryShapeInPicturePixels()
+    void rowsAndGeometryInPicturePixels()
     {
         for (const double zoom : {1.0, 2.0}) {
             MapDocument doc = ThreeShapes(zoom);
@@ -664,6 +664,21 @@ private slots:
             QCOMPARE(box.join(QLatin1Char(',')), QStringLiteral("10,20,100,50"));
             QCOMPARE(model.headerData(ShapeListModel::Alt, Qt::Horizontal).toString(),
                      QStringLiteral("Alt Text"));
+            // The geometry fields, and their edits, in the same pixels.
+            QCOMPARE(GeometryForm::Fields(doc, 0), (QList<int>{10, 20, 100, 50}));
+            QCOMPARE(GeometryForm::Fields(doc, 1), (QList<int>{230, 130, 30}));
+            QCOMPARE(GeometryForm::Vertices(doc, 2),
+                     (QList<QPoint>{{300, 10}, {390, 10}, {350, 90}}));
+
+            QCOMPARE(GeometryForm::ApplyFields(doc, 0, {"5", " 6 ", "70", "80"}), QString());
+            const auto z = [zoom](int v) { return static_cast<std::int32_t>(v * zoom); };
+            QCOMPARE(doc.Shape(0).Points(), Corners(z(5), z(6), z(75), z(86)));
+            QCOMPARE(GeometryForm::ApplyFields(doc, 1, {"100", "100", "40"}), QString());
+            QCOMPARE(doc.Shape(1).Points(), Corners(z(60), z(60), z(140), z(140)));
+            QCOMPARE(GeometryForm::ApplyVertices(
+                         doc, 2, {{"0", "0"}, {"400", "0"}, {"400", "300"}, {"0", "300"}}),
+                     QString());
+            QCOMPARE(doc.Shape(2).Points(), Corners(0, 0, z(400), z(300)));
         }
     }
 
@@ -744,27 +759,6 @@ private slots:
                 QVERIFY(model.setData(model.index(0, ShapeListModel::Target), "t"));
                 QCOMPARE(doc.GetTarget(std::int16_t(rows.first())), QStringLiteral("t"));
             }
-        }
-    }
-
-    void geometryFieldsRoundTrip()
-    {
-        for (const double zoom : {1.0, 2.0}) {
-            MapDocument doc = ThreeShapes(zoom);
-            QCOMPARE(GeometryForm::Fields(doc, 0), (QList<int>{10, 20, 100, 50}));
-            QCOMPARE(GeometryForm::Fields(doc, 1), (QList<int>{230, 130, 30}));
-            QCOMPARE(GeometryForm::Vertices(doc, 2),
-                     (QList<QPoint>{{300, 10}, {390, 10}, {350, 90}}));
-
-            QCOMPARE(GeometryForm::ApplyFields(doc, 0, {"5", " 6 ", "70", "80"}), QString());
-            const auto z = [zoom](int v) { return static_cast<std::int32_t>(v * zoom); };
-            QCOMPARE(doc.Shape(0).Points(), Corners(z(5), z(6), z(75), z(86)));
-            QCOMPARE(GeometryForm::ApplyFields(doc, 1, {"100", "100", "40"}), QString());
-            QCOMPARE(doc.Shape(1).Points(), Corners(z(60), z(60), z(140), z(140)));
-            QCOMPARE(GeometryForm::ApplyVertices(
-                         doc, 2, {{"0", "0"}, {"400", "0"}, {"400", "300"}, {"0", "300"}}),
-                     QString());
-            QCOMPARE(doc.Shape(2).Points(), Corners(0, 0, z(400), z(300)));
         }
     }
 
