@@ -133,64 +133,51 @@ private slots:
             QTest::addRow("%s of a map without shapes", format)
                 << QStringList{"html", "--format", format, "empty.imp"} << 1
                 << QByteArray("No shape areas have been created.\n");
+        // The generic message stays as it is; its cause follows on a line of its own.
+        const QString cannotLoad = QStringLiteral("Error, map cannot be loaded.\n");
         for (const char* command : {"dump", "lint", "links"})
             QTest::addRow("%s of what is no map", command)
                 << QStringList{command, "pic.png"} << 1
-                << QByteArray("Error, map cannot be loaded.\nThe file is not a text file.\n");
-        QTest::newRow("dump of a folder")
-            << QStringList{"dump", "sub"} << 1
-            << QByteArray("Error, map cannot be loaded.\nIt is a folder, not a map file.\n");
-        QTest::newRow("links of a missing map")
-            << QStringList{"links", "absent.imp"} << 1
-            << QByteArray("Error, map cannot be loaded.\nNo such file or directory\n");
-        QTest::newRow("save into a missing folder")
-            << QStringList{"save", "map.imp", "-o", "no/such/out.imp"} << 1
-            << QByteArray("There was an error while trying to save the file.\n"
-                          "No such file or directory\n");
-        // The generic message stays as it is; the cause follows on a line of its own.
-        QTest::newRow("save over a read-only map")
-            << QStringList{"save", "map.imp", "-o", "locked.imp"} << 1
-            << ("There was an error while trying to save the file.\n\"" +
-                Path("locked.imp").toUtf8() + "\" is read-only.\n");
-        for (const char* command : {"dump", "links"})
-            QTest::addRow("%s of a map with 32,769 shapes", command)
-                << QStringList{command, "many.imp"} << 1
-                << QByteArray("Error, map cannot be loaded.\nA map holds at most 32,768 shapes.\n");
-        QTest::newRow("import of 32,769 areas")
-            << QStringList{"import", "areas.html", "--into", "map.imp", "-o", "out.imp"} << 1
-            << QByteArray("There was an error, please check the HTML code you paste in.\n"
-                          "A map holds at most 32,768 shapes.\n");
-        QTest::newRow("new from a picture too large to load")
-            << QStringList{"new", "big.png", "-o", "out.imp"} << 1
-            << ("The picture \"big.png\" cannot be loaded.\nThe picture is 30,000 \xc3\x97 30,000 "
-                "pixels; this program loads pictures of up to " +
-                QLocale(QLocale::English)
-                    .toString(qint64(QImageReader::allocationLimit()) * 1024 * 1024 / 4)
-                    .toUtf8() +
-                " pixels.\n");
-        QTest::newRow("new from a picture taller than a map reaches")
-            << QStringList{"new", "tall.png", "-o", "out.imp"} << 1
-            << QByteArray("The picture \"tall.png\" cannot be loaded.\nThe picture is 1 \xc3\x97 "
-                          "32,768 pixels; a map's picture may be at most 32,767 pixels wide and "
-                          "32,767 pixels high.\n");
-        for (const QStringList& options : {QStringList{}, QStringList{"--keep-text"}})
-            QTest::addRow("import %s of a missing code file",
-                          qPrintable(options.value(0, QStringLiteral("(classic)"))))
-                << QStringList{"import", "none.html", "--into", "map.imp", "-o", "out.imp"} +
-                       options
-                << 1
-                << QByteArray("There was an error while trying to load the file.\n"
-                              "No such file or directory\n");
-        QTest::newRow("import of code without a map")
-            << QStringList{"import", "map.imp", "--into", "map.imp", "-o", "out.imp"} << 1
-            << QByteArray("Map tag not found.\n");
-        QTest::newRow("new from a folder")
-            << QStringList{"new", "sub", "-o", "out.imp"} << 1
-            << QByteArray(
-                   "The picture \"sub\" cannot be loaded.\nIt is a folder, not a picture.\n");
-        QTest::newRow("new from what is no picture")
-            << QStringList{"new", "map.imp", "-o", "out.imp"} << 1
-            << QByteArray("The picture \"map.imp\" cannot be loaded.\nUnsupported image format\n");
+                << (cannotLoad + "The file is not a text file.\n").toUtf8();
+        const QString saveError =
+            QStringLiteral("There was an error while trying to save the file.\n");
+        const QString noFile = QStringLiteral("No such file or directory\n");
+        const QString tooMany = QStringLiteral("A map holds at most 32,768 shapes.\n");
+        const QStringList into{"--into", "map.imp", "-o", "out.imp"};
+        const auto picture = [](const char* name) {
+            return QStringLiteral("The picture \"%1\" cannot be loaded.\n").arg(name);
+        };
+        for (const auto& [arguments, err] : std::initializer_list<std::pair<QStringList, QString>>{
+                 {{"dump", "sub"}, cannotLoad + "It is a folder, not a map file.\n"},
+                 {{"links", "absent.imp"}, cannotLoad + noFile},
+                 {{"dump", "many.imp"}, cannotLoad + tooMany},
+                 {{"links", "many.imp"}, cannotLoad + tooMany},
+                 {{"save", "map.imp", "-o", "no/such/out.imp"}, saveError + noFile},
+                 {{"save", "map.imp", "-o", "locked.imp"},
+                  saveError + "\"" + Path("locked.imp") + "\" is read-only.\n"},
+                 {QStringList{"import", "areas.html"} + into,
+                  "There was an error, please check the HTML code you paste in.\n" + tooMany},
+                 {QStringList{"import", "none.html"} + into,
+                  "There was an error while trying to load the file.\n" + noFile},
+                 {QStringList{"import", "none.html"} + into + QStringList{"--keep-text"},
+                  "There was an error while trying to load the file.\n" + noFile},
+                 {QStringList{"import", "map.imp"} + into, "Map tag not found.\n"},
+                 {{"new", "big.png", "-o", "out.imp"},
+                  picture("big.png") +
+                      "The picture is 30,000 \xc3\x97 30,000 pixels; this program loads pictures "
+                      "of up to " +
+                      QLocale(QLocale::English)
+                          .toString(qint64(QImageReader::allocationLimit()) * 1024 * 1024 / 4) +
+                      " pixels.\n"},
+                 {{"new", "tall.png", "-o", "out.imp"},
+                  picture("tall.png") + "The picture is 1 \xc3\x97 32,768 pixels; a map's picture "
+                                        "may be at most 32,767 pixels wide and 32,767 pixels "
+                                        "high.\n"},
+                 {{"new", "sub", "-o", "out.imp"},
+                  picture("sub") + "It is a folder, not a picture.\n"},
+                 {{"new", "map.imp", "-o", "out.imp"},
+                  picture("map.imp") + "Unsupported image format\n"}})
+            QTest::addRow("%s", qPrintable(arguments.join(' '))) << arguments << 1 << err.toUtf8();
     }
 
     void failures()
