@@ -181,28 +181,21 @@ private slots:
         QCOMPARE(Viewing(d), MapOf(areas) + PlainImg + QLatin1Char('>'));
     }
 
-    void testFormPictureAddress_data()
-    {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<QString>("src");
-        QTest::newRow("windows folder") << "D:\\web\\img\\"
-                                        << "file:///D|\\web\\img\\pic.gif";
-        QTest::newRow("posix folder") << "/srv/a:b/"
-                                      << "file:///srv/a:b/pic.gif";
-    }
-
     void testFormPictureAddress()
     {
-        QFETCH(QString, folder);
-        QFETCH(QString, src);
-        MapDocument d = OneRectMap();
-        d.ImagePath = folder;
-        d.MapStyle = 1;
-        QCOMPARE(MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test),
-                 MapOf(RectArea + CRLF) + "<img src=\"" + src +
-                     "\" usemap=\"#MyMap\" height=100 width=200 border=0 style=\"filter:gray()\" "
-                     "onmouseover=\"this.style.filter-='gray()'\" "
-                     "onmouseout=\"this.style.filter='gray()'\">");
+        for (const auto& [folder, src] :
+             {std::pair("D:\\web\\img\\", "file:///D|\\web\\img\\pic.gif"),
+              std::pair("/srv/a:b/", "file:///srv/a:b/pic.gif")}) {
+            MapDocument d = OneRectMap();
+            d.ImagePath = QString::fromLatin1(folder);
+            d.MapStyle = 1;
+            QCOMPARE(
+                MapCodeGenerator::GenerateMapCode(d, MapCodeGenerator::Form::Test),
+                MapOf(RectArea + CRLF) + "<img src=\"" + src +
+                    "\" usemap=\"#MyMap\" height=100 width=200 border=0 style=\"filter:gray()\" "
+                    "onmouseover=\"this.style.filter-='gray()'\" "
+                    "onmouseout=\"this.style.filter='gray()'\">");
+        }
     }
 
     void fullShapeListIsWritten()
