@@ -90,8 +90,9 @@ std::unique_ptr<RecoveryStore> Started(const QString& folder)
 
 } // namespace
 
-// Recovery files are written away from the editor's thread; what it asks for must still
-// reach the disk in order, whole, and before the editor ends.
+// Recovery files: what is kept of a modified map and offered after a killed run. They are
+// written away from the editor's thread; what it asks for must still reach the disk in
+// order, whole, and before the editor ends.
 class TestRecoveryStore : public QObject
 {
     Q_OBJECT
