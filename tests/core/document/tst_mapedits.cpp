@@ -682,9 +682,9 @@ private slots:
         }
     }
 
-    // A typed URL reaches the document in the Shapes panel's filter test, a target in the
-    // filter cases here.
-    void onlyTextCellsAreEditedAndEachEditIsTold()
+    // Only text cells are edited and each edit is told; a typed URL reaches the document in
+    // the Shapes panel's filter test, a target in the filter cases here.
+    void editsAndRefreshFollowTheDocument()
     {
         MapDocument doc = ThreeShapes();
         ShapeListModel model;
@@ -697,13 +697,6 @@ private slots:
         QCOMPARE(doc.GetComment(1), QStringLiteral("New"));
         QCOMPARE(edited.count(), 1);
         QCOMPARE(edited.first().first().value<std::int16_t>(), std::int16_t(1));
-    }
-
-    void refreshFollowsTheDocument()
-    {
-        MapDocument doc = ThreeShapes();
-        ShapeListModel model;
-        model.SetDocument(&doc);
         QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
         QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
         // A moved top shape: only its row (and the current one) is announced.

@@ -69,7 +69,7 @@ private slots:
 
     // The bare --version, -v, --help and -h run without a display in the command-line test.
     // Qt's own options are the windowing system's to read: the windowed path takes them.
-    void onlyPrintsWhatNeedsNoWindow()
+    void commandLine()
     {
         QVERIFY(EditorCommandLine::OnlyPrints({"vantrel", "map.imp", "-h"}));
         for (const QStringList& windowed :
@@ -78,6 +78,13 @@ private slots:
               QStringList{"vantrel", "-platform", "offscreen", "--version"},
               QStringList{"vantrel", "--frobnicate", "-v"}})
             QVERIFY2(!EditorCommandLine::OnlyPrints(windowed), qPrintable(windowed.join(' ')));
+        // The files to open, and the timing switch for scripts.
+        EditorCommandLine line;
+        QVERIFY(line.Parse({"vantrel", "a.imp", "--quit-after-first-paint", "b c.png"}));
+        QCOMPARE(line.Files(), QStringList({"a.imp", "b c.png"}));
+        QVERIFY(line.QuitAfterFirstPaint());
+        EditorCommandLine plain;
+        QVERIFY(plain.Parse({"vantrel", "a.imp"}) && !plain.QuitAfterFirstPaint());
     }
 
     // Root's editor gets a browser that starts instead of one that ends the program; a
@@ -93,16 +100,6 @@ private slots:
         qputenv(name, QByteArray("0"));
         BrowserSandbox::Prepare(true);
         QCOMPARE(qgetenv(name), QByteArray("0"));
-    }
-
-    void filesAndTheTimingSwitch()
-    {
-        EditorCommandLine line;
-        QVERIFY(line.Parse({"vantrel", "a.imp", "--quit-after-first-paint", "b c.png"}));
-        QCOMPARE(line.Files(), QStringList({"a.imp", "b c.png"}));
-        QVERIFY(line.QuitAfterFirstPaint());
-        EditorCommandLine plain;
-        QVERIFY(plain.Parse({"vantrel", "a.imp"}) && !plain.QuitAfterFirstPaint());
     }
 
     void place()
@@ -161,10 +158,7 @@ private slots:
         QSettings again(Settings(), QSettings::IniFormat);
         QCOMPARE(RecentFiles(again).Paths(), recent.Paths());
         QVERIFY(RecentFiles::MissingMessage(QStringLiteral("/x/a.imp")).contains("/x/a.imp"));
-    }
-
-    void sameNamesShowTheirFolders()
-    {
+        // Files of the same name show their folders.
         const QStringList paths{"/home/ann/web/harbour.imp", "/home/ann/old/harbour.imp",
                                 "/srv/maps/plan.imp", "/home/ann/harbour.imp",
                                 "/home/annex/harbour.imp"};

@@ -366,17 +366,13 @@ private slots:
         }
     }
 
-    void cutAtNulAndTitle()
+    void fileNames()
     {
         const QChar nul(0);
         // At the first NUL.
         QCOMPARE(Module1::CutAtNul(QStringLiteral("a") + nul + "b " + nul), QStringLiteral("a"));
         QCOMPARE(Module1::FileTitle(QStringLiteral("C:\\maps\\  my map.imp  ")),
                  QStringLiteral("my map.imp"));
-    }
-
-    void pathParts()
-    {
         // The last / or \ ends the folder.
         for (const auto& [path, folder] :
              {std::pair("C:\\maps\\a.imp", "C:\\maps\\"),
