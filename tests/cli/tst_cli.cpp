@@ -221,6 +221,39 @@ private slots:
         QCOMPARE(read.document.ImagePath,
                  QDir::toNativeSeparators(m_dir.path()) + QDir::separator());
         QCOMPARE(read.document.MapName, QStringLiteral("MyMap"));
+        // Import with options: one map of several, added to the shapes, or refused.
+        QVERIFY(WriteBytes(Path("code.html"),
+                           "<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
+                           "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
+                           "title='Caf&eacute;'><area shape=default href=Rest.htm></map>"));
+        const MapDocument before = MapFile::OpenMapFile(Path("sample.imp")).document;
+
+        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "kept.imp", "--keep-text",
+                   "--map", "Second"});
+        QCOMPARE(run.exitCode, 0);
+        MapDocument kept = MapFile::OpenMapFile(Path("kept.imp")).document;
+        QCOMPARE(kept.ItemCount(), std::int16_t(0));
+        QCOMPARE(kept.Shape(0).URL, QStringLiteral("Two.htm"));
+        QCOMPARE(kept.Shape(0).StatusString, QString::fromUtf8("Caf\xc3\xa9"));
+        QCOMPARE(kept.DefURL, QStringLiteral("Rest.htm"));
+        QCOMPARE(kept.MapName, QStringLiteral("Second"));
+
+        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "added.imp", "--keep-text",
+                   "--add"});
+        QCOMPARE(run.exitCode, 0);
+        MapDocument added = MapFile::OpenMapFile(Path("added.imp")).document;
+        QCOMPARE(added.ItemCount(), std::int16_t(before.ItemCount() + 1));
+        QCOMPARE(added.Shape(added.ItemCount()).URL, QStringLiteral("One.htm"));
+        QCOMPARE(added.MapName, before.MapName);
+
+        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--keep-text",
+                   "--map", "Third"});
+        QCOMPARE(run.exitCode, 1);
+        QCOMPARE(run.err, QByteArray("The code holds no map named \"Third\".\n"));
+        run = Cli(
+            {"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--map", "First"});
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(!QFile::exists(Path("none.imp")));
     }
 
     void dumpIsTheDocumentAsJson()
@@ -306,42 +339,6 @@ private slots:
         QCOMPARE(findings[1].toObject().value("shape").toInt(), 3);
         QCOMPARE(findings[1].toObject().value("severity").toString(), QStringLiteral("warning"));
         QCOMPARE(findings[1].toObject().value("place").toString(), QStringLiteral("Shape #3"));
-    }
-
-    void importWithOptions()
-    {
-        QVERIFY(WriteBytes(Path("code.html"),
-                           "<map name=First><area shape=rect coords=1,1,5,5 href=One.htm></map>\n"
-                           "<map name=Second><area shape=circle coords=20,20,4 href=Two.htm "
-                           "title='Caf&eacute;'><area shape=default href=Rest.htm></map>"));
-        const MapDocument before = MapFile::OpenMapFile(Path("sample.imp")).document;
-
-        Run run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "kept.imp",
-                       "--keep-text", "--map", "Second"});
-        QCOMPARE(run.exitCode, 0);
-        MapDocument kept = MapFile::OpenMapFile(Path("kept.imp")).document;
-        QCOMPARE(kept.ItemCount(), std::int16_t(0));
-        QCOMPARE(kept.Shape(0).URL, QStringLiteral("Two.htm"));
-        QCOMPARE(kept.Shape(0).StatusString, QString::fromUtf8("Caf\xc3\xa9"));
-        QCOMPARE(kept.DefURL, QStringLiteral("Rest.htm"));
-        QCOMPARE(kept.MapName, QStringLiteral("Second"));
-
-        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "added.imp", "--keep-text",
-                   "--add"});
-        QCOMPARE(run.exitCode, 0);
-        MapDocument added = MapFile::OpenMapFile(Path("added.imp")).document;
-        QCOMPARE(added.ItemCount(), std::int16_t(before.ItemCount() + 1));
-        QCOMPARE(added.Shape(added.ItemCount()).URL, QStringLiteral("One.htm"));
-        QCOMPARE(added.MapName, before.MapName);
-
-        run = Cli({"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--keep-text",
-                   "--map", "Third"});
-        QCOMPARE(run.exitCode, 1);
-        QCOMPARE(run.err, QByteArray("The code holds no map named \"Third\".\n"));
-        run = Cli(
-            {"import", "code.html", "--into", "sample.imp", "-o", "none.imp", "--map", "First"});
-        QCOMPARE(run.exitCode, 2);
-        QVERIFY(!QFile::exists(Path("none.imp")));
     }
 
     void printsOneLinePerLink()

@@ -95,10 +95,7 @@ private slots:
         resolves("p.htm", "http://bad base/", Kind::Malformed, "", "Malformed: bad base URL");
         resolves("http://o.org/", "http://bad base/", Kind::Web, "http://o.org/");
         resolves("p.htm", "", Kind::Other, "", "Not checked (relative, no base URL)");
-    }
-
-    void relativeLinksWithoutBaseAreFilesNextToThePicture()
-    {
+        // Without a base, relative links are files next to the picture.
         QTemporaryDir root;
         QVERIFY(root.isValid());
         QVERIFY(QDir(root.path()).mkpath(QStringLiteral("site/img")));

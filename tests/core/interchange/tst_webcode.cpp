@@ -298,10 +298,7 @@ private slots:
         finds({Rect(10, 10, 50, 50, "a\"b.htm|say \"hi\"|x\"y||0|")},
               {"Shape #1: error: the URL \"a\"b.htm\" does not parse", quote("URL"),
                quote("alt text"), quote("target")});
-    }
-
-    void mapNameAndDefaultArea()
-    {
+        // The map's name and default area.
         MapDocument d = Picture();
         AddShapeRow(d, Rect(10, 10, 50, 50));
         d.MapName = QStringLiteral("My map");
