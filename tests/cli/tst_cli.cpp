@@ -366,10 +366,7 @@ private slots:
             "Default area\tNo address\t",
         };
         QCOMPARE(QString::fromUtf8(run.out).split(QLatin1Char('\n'), Qt::SkipEmptyParts), expected);
-    }
-
-    void jsonAndExitStatus()
-    {
+        // Against a base, plain and as JSON.
         SaveMap("relative.imp", {"ok", "nohead#part"}, QStringLiteral("moved"));
         const QString base = m_server.Url("/").toString();
         const Run plain = Cli({"links", "--base", base, "relative.imp"});
@@ -379,9 +376,9 @@ private slots:
                   "nohead#part\nDefault area\tMoved → " + base + "ok\t" + base + "moved\n")
                      .toUtf8());
 
-        const Run run = Cli({"links", "--json", "--base", base, "relative.imp"});
-        QCOMPARE(run.exitCode, 0);
-        const QJsonObject json = QJsonDocument::fromJson(run.out).object();
+        const Run asJson = Cli({"links", "--json", "--base", base, "relative.imp"});
+        QCOMPARE(asJson.exitCode, 0);
+        const QJsonObject json = QJsonDocument::fromJson(asJson.out).object();
         QCOMPARE(json.value("broken").toInt(), 0);
         QCOMPARE(json.value("summary").toString(),
                  QStringLiteral("3 links: 0 broken, 2 OK, 1 moved."));

@@ -355,10 +355,7 @@ private slots:
             QVERIFY(doc.CurrentShape == 0 && doc.HitState == -2);
             QCOMPARE(surface.log, QStringList({"all", "paint"}));
         }
-    }
-
-    void adoptShapes()
-    {
+        // A whole new list adopted with its stacking order.
         RecordingSurface surface;
         MapDocument doc = Document(2, &surface);
         doc.ReStackArrayFromOptions(1);
@@ -445,24 +442,21 @@ private slots:
         map.history.Redo();
         QCOMPARE(map.Bytes(), edited);
         QCOMPARE(map.viewRebuilds, 0);
-    }
-
-    void deleteAndRestackComeBackAtTheirIndex()
-    {
-        Headless map(4);
-        map.doc.BringToTop(2);
-        map.doc.BringToTop(1);
-        const QByteArray start = map.Bytes(); // the stacking order too
-        map.Delete();                         // shape 1, on top
-        map.Delete();                         // shape 2 (now 1)
-        QCOMPARE(map.doc.ItemCount(), std::int16_t(1));
-        map.history.Undo();
-        map.history.Undo();
-        QCOMPARE(map.Bytes(), start);
-        QCOMPARE(map.doc.TopShape().ShapeColor, map.doc.FocusColor);
-        map.history.Redo();
-        QCOMPARE(map.doc.ItemCount(), std::int16_t(2));
-        QCOMPARE(map.doc.TopShape().URL, QStringLiteral("s2"));
+        // Deleted and restacked shapes come back at their index.
+        Headless four(4);
+        four.doc.BringToTop(2);
+        four.doc.BringToTop(1);
+        const QByteArray stacked = four.Bytes(); // the stacking order too
+        four.Delete();                           // shape 1, on top
+        four.Delete();                           // shape 2 (now 1)
+        QCOMPARE(four.doc.ItemCount(), std::int16_t(1));
+        four.history.Undo();
+        four.history.Undo();
+        QCOMPARE(four.Bytes(), stacked);
+        QCOMPARE(four.doc.TopShape().ShapeColor, four.doc.FocusColor);
+        four.history.Redo();
+        QCOMPARE(four.doc.ItemCount(), std::int16_t(2));
+        QCOMPARE(four.doc.TopShape().URL, QStringLiteral("s2"));
     }
 
     void drawingAndPickingThroughTheEditorAreSteps()
@@ -550,26 +544,23 @@ private slots:
         for (int i = 0; i < 3; ++i)
             map.history.Undo();
         QCOMPARE(map.Bytes(), start);
-    }
-
-    void theHistoryStaysWithinItsBudget()
-    {
-        Headless map(1000);
-        map.history.SetBudget(4 << 20);
+        // Many large steps: the history stays within its budget.
+        Headless big(1000);
+        big.history.SetBudget(4 << 20);
         for (int i = 0; i < 300; ++i) {
-            map.history.RecordAll(QStringLiteral("Import"), false, [&] {
-                for (std::int16_t k = 0; k <= map.doc.ItemCount(); ++k)
-                    map.doc.SetComment(k, QStringLiteral("pass %1").arg(i));
+            big.history.RecordAll(QStringLiteral("Import"), false, [&] {
+                for (std::int16_t k = 0; k <= big.doc.ItemCount(); ++k)
+                    big.doc.SetComment(k, QStringLiteral("pass %1").arg(i));
             });
-            QVERIFY(map.history.Cost() <= 4 << 20);
+            QVERIFY(big.history.Cost() <= 4 << 20);
         }
         // The newest steps still undo; the dropped ones end the history harmlessly.
-        map.history.Undo();
-        QCOMPARE(map.doc.GetComment(0), QStringLiteral("pass 298"));
-        while (map.history.Stack().canUndo())
-            map.history.Undo();
-        QVERIFY(map.doc.GetComment(0).startsWith(QStringLiteral("pass ")));
-        QVERIFY(map.history.Stack().count() > 0);
+        big.history.Undo();
+        QCOMPARE(big.doc.GetComment(0), QStringLiteral("pass 298"));
+        while (big.history.Stack().canUndo())
+            big.history.Undo();
+        QVERIFY(big.doc.GetComment(0).startsWith(QStringLiteral("pass ")));
+        QVERIFY(big.history.Stack().count() > 0);
     }
 
     void paintsTheSamePixelsAsVisitingEveryShape_data()

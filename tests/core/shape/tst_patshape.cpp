@@ -212,20 +212,17 @@ private slots:
         // On the grid the box's top-left lands on (x + SnapX, y + SnapY).
         s.MoveShape(40, 60, true, 3, -2);
         QCOMPARE(PointsText(s), PointsText(Corners(43, 58, 83, 88)));
-    }
-
-    void nothingValidatedWithoutCommonInterior()
-    {
-        // Boxes that share 2 pixel columns or touch, then a corner dragged across the whole box.
+        // Boxes that share 2 pixel columns or touch, then a corner dragged across the whole box:
+        // no interior in common, nothing validated.
         for (const auto& [type, dx] :
              {std::pair(Rectangle, 39), std::pair(Rectangle, 40), std::pair(Circle, 200)}) {
-            RecordingSurface surface;
-            PatShape s = MakeShape(type, Corners(10, 10, 50, 40), &surface);
-            s.ResetForNextMove();
-            s.MoveShape(0, 0, false, 0, 0);
-            s.MoveShape(dx, 0, false, 0, 0);
-            s.MoveVertex(0, 200 + dx, 200);
-            QVERIFY2(!surface.log.join(" ").contains("val"), qPrintable(surface.log.join(" ")));
+            RecordingSurface apart;
+            PatShape t = MakeShape(type, Corners(10, 10, 50, 40), &apart);
+            t.ResetForNextMove();
+            t.MoveShape(0, 0, false, 0, 0);
+            t.MoveShape(dx, 0, false, 0, 0);
+            t.MoveVertex(0, 200 + dx, 200);
+            QVERIFY2(!apart.log.join(" ").contains("val"), qPrintable(apart.log.join(" ")));
         }
     }
 
