@@ -199,7 +199,7 @@ private slots:
                  (QStringList{QStringLiteral("/tmp/a.png"), QStringLiteral("/tmp/m.imp")}));
     }
 
-    void tabsOfAnEmptyMap()
+    void propertiesTabs()
     {
         MapDocument doc;
         OptionsModel model(doc, {});
@@ -210,6 +210,14 @@ private slots:
         model.EditText(OptionsModel::Field::URL, QStringLiteral("index.html"));
         model.WriteBack();
         QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
+        // Only shape tabs restack: again, default area, map, another shape.
+        MapDocument three = MapWithShapes(3);
+        QList<std::int16_t> calls;
+        OptionsModel restacking(three, [&calls](std::int16_t i) { calls.append(i); });
+        restacking.LoadUpArray();
+        for (int tab : {2, 2, 5, 1, 3})
+            restacking.SelectTab(tab);
+        QCOMPARE(calls, (QList<std::int16_t>{0, 1}));
     }
 
     void editsSurviveTabSwitchesUntilWriteBack()
@@ -234,17 +242,6 @@ private slots:
         // An undecided alert (-1) stays so unless its box was clicked.
         QCOMPARE(doc.GetAlertVal(0), std::int16_t(-1));
         QCOMPARE(doc.GetAlertVal(1), std::int16_t(1));
-    }
-
-    void onlyShapeTabsRestack()
-    {
-        MapDocument doc = MapWithShapes(3);
-        QList<std::int16_t> calls;
-        OptionsModel model(doc, [&calls](std::int16_t i) { calls.append(i); });
-        model.LoadUpArray();
-        for (int tab : {2, 2, 5, 1, 3}) // again, default area, map, another shape
-            model.SelectTab(tab);
-        QCOMPARE(calls, (QList<std::int16_t>{0, 1}));
     }
 };
 

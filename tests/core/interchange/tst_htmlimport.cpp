@@ -201,23 +201,21 @@ private slots:
             QCOMPARE(d.Shape(i).Zoom(), 2.0);
             QCOMPARE(d.Shape(i).Points(), shapes[std::size_t(i)].second);
         }
-    }
-
-    void defaultAreaSetsTheMapDefaults()
-    {
-        MapDocument d;
-        d.DefStatus = QStringLiteral("old status");
-        d.DefAlertVal = 1;
-        const HtmlImporter::Result result = HtmlImporter::Convert(
-            Wrap("<area shape=\"rect\" coords=\"1,2,3,4\" href=\"a.htm\">\n"
-                 "<area shape=default coords=\"0,0,9,9\" href=\"first.htm\" alt=\"first\">\n"
-                 "<area coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
-            d);
-        HtmlImporter::Apply(result, d);
-        // The last area with no known shape word wins; what it lacks is cleared.
-        QCOMPARE(d.ItemCount(), std::int16_t(0));
-        QCOMPARE((QStringList{d.DefURL, d.DefComment, d.DefTarget, d.DefStatus,
-                              QString::number(d.DefAlertVal)}),
+        // The last area with no known shape word sets the map's defaults; what it lacks is
+        // cleared.
+        MapDocument m;
+        m.DefStatus = QStringLiteral("old status");
+        m.DefAlertVal = 1;
+        HtmlImporter::Apply(
+            HtmlImporter::Convert(
+                Wrap("<area shape=\"rect\" coords=\"1,2,3,4\" href=\"a.htm\">\n"
+                     "<area shape=default coords=\"0,0,9,9\" href=\"first.htm\" alt=\"first\">\n"
+                     "<area coords=\"0,0,9,9\" href=\"rest.htm\" target=\"_top\">"),
+                m),
+            m);
+        QCOMPARE(m.ItemCount(), std::int16_t(0));
+        QCOMPARE((QStringList{m.DefURL, m.DefComment, m.DefTarget, m.DefStatus,
+                              QString::number(m.DefAlertVal)}),
                  (QStringList{"rest.htm", "", "_top", "", "0"}));
     }
 

@@ -294,19 +294,16 @@ private slots:
         writer->Write(8, info, "info", map, big);
         writer.reset();
         QCOMPARE(ReadBytes(map), big);
-    }
-
-    void aFailedDescriptionLeavesTheMapUnwritten()
-    {
-        QTemporaryDir dir;
-        const QString map = dir.filePath(QStringLiteral("m.imp"));
-        RecoveryWriter writer;
-        QSignalSpy written(&writer, &RecoveryWriter::Written);
-        writer.Write(3, dir.filePath(QStringLiteral("no/such/folder/m.json")), "info", map, "map");
-        QTRY_COMPARE(written.size(), 1);
-        QCOMPARE(written.at(0).at(1).toBool(), false);
-        QVERIFY(!written.at(0).at(2).toString().isEmpty());
-        QVERIFY(!QFile::exists(map));
+        // A description that cannot be written leaves its map unwritten.
+        RecoveryWriter failing;
+        QSignalSpy failed(&failing, &RecoveryWriter::Written);
+        const QString lost = dir.filePath(QStringLiteral("lost.imp"));
+        failing.Write(3, dir.filePath(QStringLiteral("no/such/folder/m.json")), "info", lost,
+                      "map");
+        QTRY_COMPARE(failed.size(), 1);
+        QCOMPARE(failed.at(0).at(1).toBool(), false);
+        QVERIFY(!failed.at(0).at(2).toString().isEmpty());
+        QVERIFY(!QFile::exists(lost));
     }
 };
 
