@@ -210,6 +210,13 @@ void MapDocument::ReSetShapeArray(const std::vector<PatShape>& NewShapes, std::i
 
 void MapDocument::AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order)
 {
+    AdoptShownShapes(std::move(NewShapes), std::move(Order));
+    for (PatShape& shape : m_shapes)
+        shape.SetOpenGeneralInfo(m_surface, shape.Zoom());
+}
+
+void MapDocument::AdoptShownShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order)
+{
     const std::size_t count = NewShapes.size();
     if (Order.size() != count || count > 32768)
         throw IndexOutOfRangeError();
@@ -225,8 +232,6 @@ void MapDocument::AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::
     m_itemCount = static_cast<std::int16_t>(static_cast<std::int32_t>(count) - 1);
     CurrentShape = 0;
     HitState = -2;
-    for (PatShape& shape : m_shapes)
-        shape.SetOpenGeneralInfo(m_surface, shape.Zoom());
 }
 
 std::int16_t MapDocument::TopIndex() const

@@ -118,6 +118,10 @@ public:
     // IndexOutOfRangeError, leaving the document as it was, when Order is not a
     // permutation of 0..Shapes.size() - 1.
     void AdoptShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order);
+    // As AdoptShapes, for shapes already shown on this document's surface at their zoom:
+    // a map file's reader sets that as it reads, and one more pass over tens of thousands
+    // of shapes would cost a twentieth of the whole open.
+    void AdoptShownShapes(std::vector<PatShape> NewShapes, std::vector<std::int16_t> Order);
 
     // ---- finding shapes by place ------------------------------------------------------
     // The shapes whose drawing meets Area, in index order (what a repaint of Area draws).

@@ -173,6 +173,49 @@ MapTextReader::MapTextReader(QByteArray Utf8, bool Ascii) : m_text(std::move(Utf
 {
 }
 
+MapTextReader::MapTextReader(QByteArray Utf8, bool Ascii, qsizetype Position)
+    : m_text(std::move(Utf8)), m_ascii(Ascii), m_pos(Position), m_valueStart(Position)
+{
+}
+
+MapTextReader MapTextReader::Fork() const
+{
+    return MapTextReader(m_text, m_ascii, m_pos);
+}
+
+void MapTextReader::SkipLines(qsizetype Count)
+{
+    const char* p = m_text.constData() + std::min(m_pos, m_text.size());
+    const char* const end = m_text.constData() + m_text.size();
+#if defined(__SSE2__)
+    // Line ends counted a stretch at a time, 16 bytes in a step, up to 255 in each byte of
+    // the sum: this passes over half of a big map's lines. The stretch that holds the last
+    // one is left to the line-by-line search below.
+    constexpr qsizetype Stretch = 255 * 16;
+    const __m128i lineEnd = _mm_set1_epi8('\n');
+    while (Count > 0 && end - p >= Stretch) {
+        __m128i sums = _mm_setzero_si128();
+        for (qsizetype i = 0; i < Stretch; i += 16)
+            sums = _mm_sub_epi8(
+                sums,
+                _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i)), lineEnd));
+        const __m128i total = _mm_sad_epu8(sums, _mm_setzero_si128());
+        const qsizetype here = _mm_cvtsi128_si32(total) + _mm_extract_epi16(total, 4);
+        if (here >= Count)
+            break;
+        Count -= here;
+        p += Stretch;
+    }
+#endif
+    for (; Count > 0; --Count) {
+        const auto* lineEnd = static_cast<const char*>(std::memchr(p, '\n', size_t(end - p)));
+        if (lineEnd == nullptr)
+            throw FormatError();
+        p = lineEnd + 1;
+    }
+    m_pos = p - m_text.constData();
+}
+
 Q_ALWAYS_INLINE QByteArrayView MapTextReader::NextLine()
 {
     const qsizetype size = m_text.size();

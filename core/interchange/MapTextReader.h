@@ -39,6 +39,15 @@ public:
     // first piece, so the empty piece after a trailing comma is dropped.
     std::vector<ShapePoint> Points();
 
+    // A reader of the same text from where this one is, with its own state, so that a later
+    // part can be read on another thread: the text is shared, not copied.
+    MapTextReader Fork() const;
+    // Passes over Count whole lines; throws FormatError when the text ends first.
+    void SkipLines(qsizetype Count);
+    // Where the next value begins; going on from there, as a fork left it.
+    qsizetype Position() const { return m_pos; }
+    void Resume(qsizetype Position) { m_pos = Position; }
+
     // Bytes not yet read: an upper bound on the lines left, less one, that costs nothing
     // to find.
     qsizetype BytesLeft() const { return m_pos < m_text.size() ? m_text.size() - m_pos : 0; }
@@ -62,6 +71,7 @@ private:
         bool plain = false;
     };
 
+    MapTextReader(QByteArray Utf8, bool Ascii, qsizetype Position);
     QByteArrayView NextLine();
     // A number's line as text, for the full rule.
     QString Text(QByteArrayView Line) const;
