@@ -309,6 +309,81 @@ private slots:
         QCOMPARE(MapFile::MapBytes(read.document, m_dir.filePath("map.imp")), lines.join('\n'));
     }
 
+    // A big map is read in two parts at once. Wherever the parts meet, every shape and the
+    // stacking come back whole, and of several faults the first in the file is named.
+    void readsBigMapsAsInOrder_data()
+    {
+        QTest::addColumn<bool>("lf");
+        QTest::addColumn<QString>("lastUrl");
+        // File lines (from 1) made unreadable, and the line whose stacking entry is set to
+        // that of an earlier record.
+        QTest::addColumn<QList<int>>("broken");
+        QTest::addColumn<int>("repeated");
+        QTest::addColumn<QString>("detail");
+        const QList<int> none;
+        QTest::newRow("CR LF") << false << "z.htm" << none << 0 << QString();
+        QTest::newRow("LF") << true << "z.htm" << none << 0 << QString();
+        QTest::newRow("Windows-1252 text") << false << "Zürich.htm" << none << 0 << QString();
+        QTest::newRow("fault in the later part") << false << "z.htm" << QList<int>{Line(4000, 0)}
+                                                 << 0 << MapFile::BadLineDetail(Line(4000, 0), "x");
+        QTest::newRow("faults in both parts")
+            << true << "z.htm" << QList<int>{Line(4000, 0), Line(100, 8)} << 0
+            << MapFile::BadLineDetail(Line(100, 8), "x");
+        QTest::newRow("faults where the parts meet")
+            << false << "z.htm" << QList<int>{Line(2500, 0), Line(2499, 8)} << 0
+            << MapFile::BadLineDetail(Line(2499, 8), "x");
+        // Record 100's entry is 100 * 7919 % 5000.
+        QTest::newRow("one place twice, once in each part")
+            << false << "z.htm" << none << Line(4000, 8)
+            << MapFile::BadLineDetail(Line(4000, 8), "1900");
+    }
+
+    void readsBigMapsAsInOrder()
+    {
+        QFETCH(bool, lf);
+        QFETCH(QString, lastUrl);
+        QFETCH(QList<int>, broken);
+        QFETCH(int, repeated);
+        QFETCH(QString, detail);
+        constexpr int Count = 5000;
+        MapDocument doc = Local();
+        std::vector<std::int16_t> order(Count);
+        std::vector<std::int16_t> back(Count);
+        for (int i = 0; i < Count; ++i) {
+            const int x = i % 300;
+            const int y = i / 300;
+            AddShapeRow(doc, QStringLiteral(" %1 |%2,%3,%4,%3,%4,%5,%2,%5,|p%6.htm|c%6||| 0 |")
+                                 .arg(i % 3)
+                                 .arg(x)
+                                 .arg(y)
+                                 .arg(x + 5)
+                                 .arg(y + 5)
+                                 .arg(i));
+            // A permutation that is not its own inverse: 7919 is prime to Count.
+            order[i] = static_cast<std::int16_t>(i * 7919 % Count);
+            back[order[i]] = static_cast<std::int16_t>(i);
+        }
+        doc.Shape(Count - 1).URL = lastUrl;
+        const QString path = m_dir.filePath(QStringLiteral("big.imp"));
+        const QByteArray written = MapFile::MapBytes(doc, path, order);
+        QList<QByteArray> lines = written.split('\n');
+        for (const int line : broken)
+            lines[line - 1] = "x\r";
+        if (repeated > 0)
+            lines[repeated - 1] = lines[Line(100, 8) - 1];
+        QByteArray bytes = lines.join('\n');
+        if (lf)
+            bytes.replace("\r\n", "\n");
+
+        const MapFile::ReadResult read = MapFile::ReadMap(bytes, path);
+        QCOMPARE(read.detail, detail);
+        QCOMPARE(read.ok, detail.isEmpty());
+        if (read.ok) {
+            QCOMPARE(read.document.ShapeOrder(), back);
+            QCOMPARE(MapFile::MapBytes(read.document, path, order), written);
+        }
+    }
+
     // A save replaces a longer file whole and keeps its permissions; one that fails says why
     // and leaves the previous file as it was, with nothing beside it.
     void saveIsWholeOrNothing()
@@ -359,6 +434,9 @@ private slots:
     }
 
 private:
+    // The file line (from 1) of line Of of shape Record's record: 22 lines of settings and
+    // the shape count come first, then 9 lines a shape.
+    static int Line(int Record, int Of) { return 24 + 9 * Record + Of; }
     MapDocument Local() const { return SettingsDocument(m_dir.path() + QLatin1Char('/')); }
     // A valid two-shape map over dir/pic.png, as lines without line ends.
     QStringList ValidLines() const
