@@ -157,18 +157,20 @@ void ReadInOrder(MapTextReader& in, const MapDocument& document, ShapeSurface* s
     }
 }
 
-// From this many shapes on, the second half of the records is read on another thread:
+// From this many shapes on, the later records are read on another thread:
 // below it, starting the thread costs more than it saves.
 constexpr qsizetype SplitFrom = 4096;
 
-// The records read in two halves at once, the second on a thread of its own. False, with
+// The records read in two parts at once, the later on a thread of its own. False, with
 // In where it was, for a file with any fault: read in order, the first fault is the one
 // named.
 bool ReadSplit(MapTextReader& in, const MapDocument& document, ShapeSurface* surface,
                std::int16_t N, std::vector<PatShape>& shapes, std::vector<std::int16_t>& order)
 {
     const qsizetype count = qsizetype(N) + 1;
-    const qsizetype half = count / 2;
+    // The second thread reads its records about a seventh slower (measured); with this
+    // share the two end together.
+    const qsizetype split = count * 54 / 100;
     std::vector<PatShape> read;
     std::vector<std::int16_t> positions;
     const auto records = [&](MapTextReader& from, qsizetype first, qsizetype last) {
@@ -187,10 +189,10 @@ bool ReadSplit(MapTextReader& in, const MapDocument& document, ShapeSurface* sur
         std::future<qsizetype> second =
             std::async(std::launch::async, [&, ready = made.get_future()]() mutable {
                 MapTextReader tail = in.Fork();
-                tail.SkipLines(half * ShapeRecordLines);
+                tail.SkipLines(split * ShapeRecordLines);
                 if (!ready.get())
                     return qsizetype(0);
-                records(tail, half, count);
+                records(tail, split, count);
                 return tail.Position();
             });
         try {
@@ -202,7 +204,7 @@ bool ReadSplit(MapTextReader& in, const MapDocument& document, ShapeSurface* sur
         }
         made.set_value(true);
         MapTextReader head = in.Fork();
-        records(head, 0, half);
+        records(head, 0, split);
         end = second.get();
         std::vector<std::int16_t> placed(static_cast<std::size_t>(count), -1);
         for (qsizetype i = 0; i < count; ++i)

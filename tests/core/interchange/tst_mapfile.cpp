@@ -329,9 +329,6 @@ private slots:
         QTest::newRow("faults in both parts")
             << true << "z.htm" << QList<int>{Line(4000, 0), Line(100, 8)} << 0
             << MapFile::BadLineDetail(Line(100, 8), "x");
-        QTest::newRow("faults where the parts meet")
-            << false << "z.htm" << QList<int>{Line(2500, 0), Line(2499, 8)} << 0
-            << MapFile::BadLineDetail(Line(2499, 8), "x");
         // Record 100's entry is 100 * 7919 % 5000.
         QTest::newRow("one place twice, once in each part")
             << false << "z.htm" << none << Line(4000, 8)
