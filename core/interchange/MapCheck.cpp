@@ -106,6 +106,19 @@ public:
     }
     std::vector<MapFinding> Take() { return std::move(m_list); }
 
+    // "#", or a web address without a host, such as the "http://" every new shape starts
+    // with until its link is typed.
+    static bool IsPlaceholder(const QString& url)
+    {
+        if (url == QLatin1String("#"))
+            return true;
+        const QUrl parsed(url, QUrl::StrictMode);
+        return parsed.isValid() &&
+               (parsed.scheme() == QLatin1String("http") ||
+                parsed.scheme() == QLatin1String("https")) &&
+               parsed.host().isEmpty();
+    }
+
     // Links and texts, for a shape or the default area.
     void CheckTexts(int index, const MapArea& a, bool isShape)
     {
@@ -113,10 +126,11 @@ public:
         if (isShape && a.Comment.trimmed().isEmpty())
             Add(index, Severity::Warning,
                 QStringLiteral("no alt text: screen readers and search engines get nothing"));
-        if (isShape && (url.isEmpty() || url == QLatin1String("#")))
+        if (isShape && (url.isEmpty() || IsPlaceholder(url)))
             Add(index, Severity::Warning,
-                url.isEmpty() ? QStringLiteral("no URL: the area leads nowhere")
-                              : QStringLiteral("placeholder URL \"#\": the area leads nowhere"));
+                url.isEmpty()
+                    ? QStringLiteral("no URL: the area leads nowhere")
+                    : QStringLiteral("placeholder URL \"%1\": the area leads nowhere").arg(url));
         else if (!url.isEmpty() && !QUrl(url, QUrl::StrictMode).isValid())
             Add(index, Severity::Error, QStringLiteral("the URL \"%1\" does not parse").arg(url));
         const std::pair<const char*, const QString*> fields[] = {

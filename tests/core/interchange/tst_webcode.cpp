@@ -271,6 +271,11 @@ private slots:
                "Shape #2: warning: placeholder URL \"#\": the area leads nowhere"});
         finds({first, Rect(60, 10, 90, 50, "|Alt|||0|")},
               {"Shape #2: warning: no URL: the area leads nowhere"});
+        // The link a new shape starts with, never typed over.
+        finds(
+            {Rect(60, 10, 90, 50, "http://|Alt|||0|"), Rect(10, 60, 50, 90, "https:///a|Alt|||0|")},
+            {"Shape #1: warning: placeholder URL \"http://\": the area leads nowhere",
+             "Shape #2: warning: placeholder URL \"https:///a\": the area leads nowhere"});
         finds({Rect(60, 10, 90, 50, "http://exa mple.com/|Alt|||0|")},
               {"Shape #1: error: the URL \"http://exa mple.com/\" does not parse"});
         finds({Rect(380, 10, 420, 50)},
