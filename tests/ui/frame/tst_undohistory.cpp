@@ -510,9 +510,6 @@ private slots:
         QVERIFY(run.dialogs.isEmpty());
         RecoveryKeeper& keeper = *run.frame.Recovery();
         ShapeCanvas* map = run.NewMap(Picture());
-        QTest::qWait(60);
-        QVERIFY(keeper.FileOf(*map).isEmpty());
-
         run.Draw(*map);
         QTRY_VERIFY(!keeper.FileOf(*map).isEmpty());
         // Undone back to where it started: nothing to recover.

@@ -345,14 +345,11 @@ private slots:
     // What the lossless reading keeps is its own test's; here, that the option reaches it.
     void keepTextKeepsCase()
     {
-        Generate("<map name=\"Nav Bar\"><area shape=\"rect\" coords=\"1,2,30,40\" "
-                 "href=\"Page.HTM\" title=\"Go &amp; see\"></map>",
+        Generate("<map name=\"Nav\"><area shape=rect coords=1,2,30,40 href=\"Page.HTM\"></map>",
                  true, false);
         QCOMPARE(m_s->dialog.result(), int(QDialog::Accepted));
         QCOMPARE(Doc().ItemCount(), std::int16_t(0));
         QCOMPARE(Doc().Shape(0).URL, QStringLiteral("Page.HTM"));
-        QCOMPARE(Doc().Shape(0).StatusString, QStringLiteral("Go & see"));
-        QCOMPARE(Doc().MapName, QStringLiteral("Nav Bar"));
         QVERIFY(m_s->host.ui.messages.isEmpty());
     }
 
