@@ -524,6 +524,9 @@ void MDIForm1::UpdateZoomPanel()
 void MDIForm1::OnMapActivated()
 {
     m_undoActions->SetActive(ActiveMapWindow());
+    // The pointer's place belongs to the map it was over; the new one says its own once the
+    // pointer moves over it.
+    m_statusPanel->clear();
     UpdateTitle();
 }
 

@@ -193,9 +193,18 @@ private slots:
         ShapeCanvas* first = NewMap();
         ShapeCanvas* second = NewMap();
         QCOMPARE(enabled(), (QList<bool>{true, true, true, true}));
-        // Ctrl+F4 and Ctrl+W close the active map, after its question, from the map itself.
         QVERIFY(QTest::qWaitForWindowActive(m_frame));
         QWidget* surface = Child<QWidget>(*second, "TheCanvas");
+        // The pointer's place is the active map's: the map made active next (Ctrl+Tab, a
+        // click) shows nothing until the pointer moves over it.
+        auto* status = Child<QLabel>(*m_frame, "StatusPanel1");
+        QTest::mouseMove(surface, QPoint(30, 20));
+        QCOMPARE(status->text(), QStringLiteral("X:30 Y:20"));
+        m_frame->MdiArea()->activatePreviousSubWindow();
+        QCOMPARE(m_frame->ActiveMapWindow(), first);
+        QCOMPARE(status->text(), QString());
+        m_frame->MdiArea()->activateNextSubWindow();
+        // Ctrl+F4 and Ctrl+W close the active map, after its question, from the map itself.
         surface->setFocus();
         m_ui->answers.append({false, true, true});
         QTest::keyClick(surface, Qt::Key_F4, Qt::ControlModifier); // answered No
