@@ -56,8 +56,14 @@ void ScreenFitter::Fit(QWidget& Window)
     const QSize minimum = Window.minimumSize().expandedTo(Window.minimumSizeHint());
     const QRect placed = ScreenFit::Place(screen->availableGeometry(), Window.geometry(),
                                           Decoration(Window), minimum);
-    if (placed != Window.geometry())
-        Window.setGeometry(placed);
+    if (placed == Window.geometry())
+        return;
+    // A dialog nobody has placed yet is put over its parent as it shows; only its size is
+    // fitted here, or it would stay wherever it was made, at the top-left corner.
+    const bool unplaced = !Window.testAttribute(Qt::WA_Moved);
+    Window.setGeometry(placed);
+    if (unplaced && Window.inherits("QDialog"))
+        Window.setAttribute(Qt::WA_Moved, false);
 }
 
 bool ScreenFitter::eventFilter(QObject* watched, QEvent* event)

@@ -3,6 +3,7 @@
 #include "ui/dialogs/ColorPicker.h"
 #include "ui/dialogs/GridForm.h"
 #include "ui/dialogs/ImageSize.h"
+#include "ui/dialogs/WidePrompt.h"
 #include "ui/dialogs/Zoom.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/frame/Credits.h"
@@ -190,6 +191,11 @@ private slots:
                                                        "the file."),
                                         QMessageBox::Ok, &f);
              }},
+            {"prompt",
+             [](MDIForm1& f, ShapeCanvas&) {
+                 return new WidePrompt(QStringLiteral("Map name:"), QStringLiteral("Map"),
+                                       QStringLiteral("MyMap"), &f);
+             }},
             {"file dialog",
              [](MDIForm1& f, ShapeCanvas&) {
                  return new QFileDialog(&f, QStringLiteral("Load Picture"), QDir::tempPath());
@@ -211,6 +217,21 @@ private slots:
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         CheckFits(*window);
+        // A message, prompt or file dialog opens over the window it belongs to, with or
+        // without a window manager: centred on it, as far as its screen allows. (The
+        // program's own dialogs centre themselves on the screen.)
+        if (!window->inherits("QMessageBox") && !window->inherits("QInputDialog") &&
+            !window->inherits("QFileDialog"))
+            return;
+        const QRect free = Screen(screen)->availableGeometry();
+        QRect centred(QPoint(), window->frameGeometry().size());
+        centred.moveCenter(m_frame->frameGeometry().center());
+        centred.moveLeft(qBound(free.left(), centred.left(), free.right() - centred.width() + 1));
+        centred.moveTop(qBound(free.top(), centred.top(), free.bottom() - centred.height() + 1));
+        QString where;
+        QDebug(&where) << window->frameGeometry() << "over" << m_frame->frameGeometry();
+        QVERIFY2((window->frameGeometry().center() - centred.center()).manhattanLength() <= 4,
+                 qPrintable(where));
     }
 };
 
