@@ -140,9 +140,6 @@ void MapDocument::SetNewShape(const PatShape& NewShape)
     shape.SetInfo(m_surface, FocusColor, Rectangle, ZoomLevel, 0, 0);
     CurrentShape = index;
     source.MakeACopy(shape);
-    // The copy brings the colour of the map it came from; here it is this map's top shape,
-    // also on an empty map, where bringing it to the top changes nothing.
-    shape.ShapeColor = FocusColor;
     BringToTop(index);
     DrawShapes();
 }

@@ -286,11 +286,10 @@ private slots:
         MapDocument doc = Document(0, &surface);
         PatShape clip;
         QVERIFY(!doc.SetShapeEqualToTopShape(clip));
-        // On an empty map the pasted shape is shape 0, bound to the map, in the map's focus
-        // colour rather than the one it was copied with.
+        // On an empty map the pasted shape is shape 0, bound to the map, colour kept.
         doc.ZoomLevel = 2.0;
         doc.SetNewShape(Named("a", 0x777777, 30));
-        QCOMPARE(State(doc), QStringLiteral("aF | 0"));
+        QCOMPARE(State(doc), QStringLiteral("a? | 0"));
         QVERIFY(doc.Shape(0).Zoom() == 2.0 && doc.Shape(0).Surface() == &surface);
         QCOMPARE(surface.log, QStringList({"all", "paint"}));
         doc.SetNewShape(Named("b"));
