@@ -470,10 +470,8 @@ private slots:
         Trigger("ShapeProperties");
         QCOMPARE(stack.count(), steps + 2);
         QCOMPARE(undo->text(), QStringLiteral("&Undo Shape Properties"));
-        const MapDocument& doc = map->Document();
-        QCOMPARE(doc.MapName, QStringLiteral("Plan"));
-        QCOMPARE(doc.GetURL(0), QStringLiteral("rooms/kitchen.html"));
-        QCOMPARE(doc.DefURL, QStringLiteral("index.html"));
+        // The links typed on two tabs are written back in the dialogs' test.
+        QCOMPARE(map->Document().MapName, QStringLiteral("Plan"));
         m_frame->Undo();
         QCOMPARE(Bytes(*map), restacked);
     }
