@@ -523,14 +523,16 @@ void ShapeCanvas::OnMoved(QPointF Position, QPoint GlobalPosition, Qt::MouseButt
 
 void ShapeCanvas::ShowPointerPosition(QPointF Position, QPoint GlobalPosition)
 {
+    // Over another map's window the pointer stays free (OnMoved let go of it); the
+    // polygon waits for its next click.
+    if (m_host.ActiveMapWindow() != this) {
+        m_host.SetStatusText(QString());
+        return;
+    }
     const ShapeRect area = m_pointer->VisibleArea();
     m_pointer->Capture();
-    if (m_host.ActiveMapWindow() != this || !PointerArea::Contains(area, GlobalPosition)) {
-        // Over another map's window the pointer is free (see OnMoved); the polygon
-        // waits for its next click.
-        if (m_host.ActiveMapWindow() != this)
-            m_pointer->ReleaseAll();
-        else if (!m_pointer->Confined())
+    if (!PointerArea::Contains(area, GlobalPosition)) {
+        if (!m_pointer->Confined())
             m_pointer->ReleaseCapture();
         m_host.SetStatusText(QString());
         return;
