@@ -1,5 +1,6 @@
 #include "bench/Ratio.h"
 #include "core/document/MapDocument.h"
+#include "core/forms/GeometryForm.h"
 #include "core/interchange/HtmlImporter.h"
 #include "core/interchange/MapCodeGenerator.h"
 #include "core/interchange/MapFile.h"
@@ -14,7 +15,8 @@
 #include <optional>
 
 // Opening, saving, generating and importing whole maps of 1,000 to 32,767 shapes: a mix
-// of 8-vertex polygons, rectangles and circles with every text field filled.
+// of 8-vertex polygons, rectangles and circles with every text field filled. Beside them,
+// a polygon of as many vertices typed back in the Shapes panel.
 
 namespace {
 
@@ -184,6 +186,40 @@ void BM_ImportHtml(benchmark::State& state)
     Complexity(state);
 }
 
+// The vertex table of a polygon of Count vertices applied as it stands, some of them off
+// the picture (kept, as a shape dragged partly off it may be). Baseline: reading the
+// vertices out for the table.
+void BM_ApplyVertices(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    MapDocument d;
+    d.RealWidth = d.SWidth = 4000;
+    d.RealHeight = d.SHeight = 3000;
+    PatShape& polygon = d.Shape(d.AddShape());
+    polygon.ResetInfo(Polygon, true, d.NonFocusColor, QString(), QString(), QString(), QString(),
+                      -1, QString());
+    polygon.ResetPoints(static_cast<std::int16_t>(count - 1));
+    for (int i = 0; i < count; ++i)
+        polygon.SetPoint(static_cast<std::int16_t>(i), i % 4100 - 50, i / 4 % 3100 - 50);
+    polygon.SetOpenGeneralInfo(nullptr, 1.0);
+    QList<QStringList> rows;
+    for (const QPoint& p : GeometryForm::Vertices(d, 0))
+        rows.append({QString::number(p.x()), QString::number(p.y())});
+    Ratio ratio;
+    for (auto _ : state) {
+        ratio.measured += Ratio::Time([&] {
+            if (!GeometryForm::ApplyVertices(d, 0, rows).isEmpty())
+                std::abort();
+        });
+        state.PauseTiming();
+        ratio.baseline +=
+            Ratio::Time([&] { benchmark::DoNotOptimize(GeometryForm::Vertices(d, 0).size()); });
+        state.ResumeTiming();
+    }
+    ratio.Report(state);
+    Complexity(state);
+}
+
 } // namespace
 
 #define MAP_SIZES ->Arg(1000)->Arg(10000)->Arg(32767)->Unit(benchmark::kMillisecond)->Complexity()
@@ -191,5 +227,6 @@ BENCHMARK(BM_OpenMap) MAP_SIZES;
 BENCHMARK(BM_SaveMap) MAP_SIZES;
 BENCHMARK(BM_GenerateHtml) MAP_SIZES;
 BENCHMARK(BM_ImportHtml) MAP_SIZES;
+BENCHMARK(BM_ApplyVertices) MAP_SIZES;
 
 BENCHMARK_MAIN();

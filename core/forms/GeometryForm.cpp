@@ -4,6 +4,7 @@
 #include "core/document/MapDocument.h"
 #include "core/document/VertexEditor.h"
 
+#include <QSet>
 #include <limits>
 #include <optional>
 
@@ -21,20 +22,35 @@ std::optional<int> Number(const QString& Text)
     return ok ? std::optional<int>(value) : std::nullopt;
 }
 
-// Inside the picture and the 16-bit range of every count and coordinate, or a coordinate
-// the shape already has: a shape dragged partly off the picture can still be edited
-// without first being brought back whole.
-bool Inside(const MapDocument& Document, const QList<QPoint>& Current, int x, int y)
+// The picture's extent along one side, within the 16-bit range of every coordinate.
+int Limit(std::int32_t PictureSide)
 {
-    const int width = std::min<int>(Document.SWidth, std::numeric_limits<std::int16_t>::max());
-    const int height = std::min<int>(Document.SHeight, std::numeric_limits<std::int16_t>::max());
-    bool xKept = false;
-    bool yKept = false;
-    for (const QPoint& p : Current) {
-        xKept = xKept || p.x() == x;
-        yKept = yKept || p.y() == y;
+    return std::min<int>(PictureSide, std::numeric_limits<std::int16_t>::max());
+}
+
+// The values a shape already has, across and down: a shape dragged partly off the
+// picture can still be edited without first being brought back whole.
+struct Kept
+{
+    QSet<int> xs;
+    QSet<int> ys;
+};
+
+Kept KeptValues(const MapDocument& Document, std::int16_t Index)
+{
+    Kept kept;
+    for (const QPoint& p : GeometryForm::Vertices(Document, Index)) {
+        kept.xs.insert(p.x());
+        kept.ys.insert(p.y());
     }
-    return (xKept || (x >= 0 && x <= width)) && (yKept || (y >= 0 && y <= height));
+    return kept;
+}
+
+// Inside the picture, or a value the shape already has.
+bool Inside(const MapDocument& Document, const Kept& Current, int x, int y)
+{
+    return ((x >= 0 && x <= Limit(Document.SWidth)) || Current.xs.contains(x)) &&
+           ((y >= 0 && y <= Limit(Document.SHeight)) || Current.ys.contains(y));
 }
 
 } // namespace
@@ -48,8 +64,8 @@ QString GeometryForm::OutsideMessage(const MapDocument& Document)
 {
     return QStringLiteral("Coordinates must lie within the picture: 0 to %1 across and 0 to %2 "
                           "down.")
-        .arg(std::min<int>(Document.SWidth, std::numeric_limits<std::int16_t>::max()))
-        .arg(std::min<int>(Document.SHeight, std::numeric_limits<std::int16_t>::max()));
+        .arg(Limit(Document.SWidth))
+        .arg(Limit(Document.SHeight));
 }
 
 QString GeometryForm::TooSmallMessage()
@@ -114,7 +130,7 @@ QString GeometryForm::ApplyFields(MapDocument& Document, std::int16_t Index,
         corners = {QPoint(v[0], v[1]), QPoint(v[0] + v[2], v[1]), QPoint(v[0] + v[2], v[1] + v[3]),
                    QPoint(v[0], v[1] + v[3])};
     }
-    const QList<QPoint> current = Vertices(Document, Index);
+    const Kept current = KeptValues(Document, Index);
     for (const QPoint& p : corners) {
         if (!Inside(Document, current, p.x(), p.y()))
             return OutsideMessage(Document);
@@ -130,7 +146,7 @@ QString GeometryForm::ApplyVertices(MapDocument& Document, std::int16_t Index,
         return TooFewVerticesMessage();
     if (Rows.size() > std::numeric_limits<std::int16_t>::max())
         return OutsideMessage(Document);
-    const QList<QPoint> current = Vertices(Document, Index);
+    const Kept current = KeptValues(Document, Index);
     QList<QPoint> points;
     for (const QStringList& row : Rows) {
         const QString xText = row.value(0);
