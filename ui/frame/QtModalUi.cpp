@@ -15,10 +15,11 @@ namespace {
 
 const QString Title = QStringLiteral("Corvane");
 
-bool Ask(QWidget* parent, const QString& text, QMessageBox::Icon icon)
+bool Ask(QWidget* parent, const QString& text, QMessageBox::Icon icon,
+         QMessageBox::StandardButton preferred = QMessageBox::Yes)
 {
     QMessageBox box(icon, Title, text, QMessageBox::Yes | QMessageBox::No, parent);
-    box.setDefaultButton(QMessageBox::Yes);
+    box.setDefaultButton(preferred);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -104,13 +105,8 @@ QString QtModalUi::AskForMapNameToSave()
         return name;
     // "plan.v2" is saved as plan.v2.imp, which the dialog did not ask about.
     const QString question = CommonDialogStuff::ReplaceQuestion(name);
-    if (!question.isEmpty()) {
-        QMessageBox box(QMessageBox::Warning, Title, question, QMessageBox::Yes | QMessageBox::No,
-                        m_parent);
-        box.setDefaultButton(QMessageBox::No);
-        if (box.exec() != QMessageBox::Yes)
-            return QString();
-    }
+    if (!question.isEmpty() && !Ask(m_parent, question, QMessageBox::Warning, QMessageBox::No))
+        return QString();
     return CommonDialogStuff::WithMapExtension(name);
 }
 
