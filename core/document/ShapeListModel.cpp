@@ -53,8 +53,9 @@ std::int16_t ShapeListModel::ShapeAt(int Row) const
 {
     if (Row < 0 || Row >= m_rows)
         return -1;
-    return m_filter.isEmpty() ? static_cast<std::int16_t>(Row)
-                              : m_shown[static_cast<std::size_t>(Row)];
+    const std::int16_t shape = m_filter.isEmpty() ? static_cast<std::int16_t>(Row)
+                                                  : m_shown[static_cast<std::size_t>(Row)];
+    return shape <= m_document->ItemCount() ? shape : -1;
 }
 
 int ShapeListModel::RowOf(std::int16_t Shape) const
@@ -126,8 +127,7 @@ QVariant ShapeListModel::data(const QModelIndex& index, int role) const
     if (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::TextAlignmentRole)
         return QVariant();
     const std::int16_t number = ShapeAt(index.row());
-    // A row the view has not yet heard is gone shows nothing rather than failing.
-    if (number < 0 || number > m_document->ItemCount())
+    if (number < 0)
         return QVariant();
     const PatShape& shape = m_document->Shape(number);
     if (role == Qt::TextAlignmentRole) {
@@ -196,7 +196,7 @@ bool ShapeListModel::setData(const QModelIndex& index, const QVariant& value, in
     if (m_document == nullptr || !index.isValid() || role != Qt::EditRole || index.row() >= m_rows)
         return false;
     const std::int16_t row = ShapeAt(index.row());
-    if (row < 0 || row > m_document->ItemCount())
+    if (row < 0)
         return false;
     const QString text = value.toString();
     QString name;

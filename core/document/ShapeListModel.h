@@ -32,7 +32,8 @@ public:
 
     void SetFilter(const QString& Text);
     QString Filter() const { return m_filter; }
-    // The shape a row shows, and the row showing a shape (-1 when filtered out).
+    // The shape a row shows (-1 for a row the view still has whose shape is gone), and
+    // the row showing a shape (-1 when filtered out).
     std::int16_t ShapeAt(int Row) const;
     int RowOf(std::int16_t Shape) const;
 

@@ -700,6 +700,7 @@ private slots:
         // A deleted shape: until the model hears of it, its row shows and takes nothing.
         doc.DeleteShape();
         QCOMPARE(model.rowCount(), 3);
+        QCOMPARE(model.ShapeAt(2), std::int16_t(-1));
         QVERIFY(!model.index(2, ShapeListModel::Url).data().isValid());
         QVERIFY(!model.setData(model.index(2, ShapeListModel::Url), "gone.html"));
         // Then the rows are counted again (the panel's test sees them go).
