@@ -131,13 +131,6 @@ void CanvasEditor::ContinuePolygon(std::int32_t x, std::int32_t y)
     SnapIfAsked(x, y);
     BeforeChange(m_document.CurrentShape);
     PatShape& shape = m_document.Shape(m_document.CurrentShape);
-    // The rubber band ends where the pointer last moved, which need not be this press
-    // (the view scrolled or zoomed meanwhile): it goes, whatever the press adds.
-    ShapeSurface* surface = m_document.Surface();
-    if (surface != nullptr && !shape.Points().empty() && shape.LastLineX() != -1 &&
-        shape.LastLineY() != -1)
-        surface->InvalidateRect(PatShape::BoundingRect(
-            {shape.Points().back(), {shape.LastLineX(), shape.LastLineY()}}, true));
     shape.AddPointToShape(x, y, m_vertexReach);
     if (shape.IsShapeDone()) {
         m_document.PolygonInProgress = false;

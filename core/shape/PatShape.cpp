@@ -113,10 +113,11 @@ void PatShape::SetInfo(ShapeSurface* ThePicBox, std::int32_t TheShapeColor,
 void PatShape::AddPointToShape(std::int32_t x, std::int32_t y, std::int32_t Reach)
 {
     const ShapePoint first = m_pointCount != 0 ? m_points.at(0) : ShapePoint{-10, -10};
+    // The band ends where the pointer last moved, which need not be this press (the view
+    // scrolled or zoomed meanwhile): it goes, whatever the press adds.
+    InvalidateBand();
     if (IsNearVertex({x, y}, first, Reach) && m_pointCount > 2) {
         ShapeBuildingFinished = true;
-        const ShapePoint last = m_points.at(static_cast<std::size_t>(m_pointCount - 1));
-        Invalidate(BoundingRect({last, {m_lastLineX, m_lastLineY}}, true));
         RepaintNow();
     } else {
         m_points.resize(static_cast<std::size_t>(m_pointCount) + 1);
@@ -177,9 +178,8 @@ void PatShape::RemovePoint(std::int16_t Index)
 {
     CheckIndex(Index);
     Invalidate(PaintBounds());
-    // The rubber band of a polygon being built starts at the last vertex.
     if (!ShapeBuildingFinished)
-        Invalidate(BoundingRect({m_points.back(), {m_lastLineX, m_lastLineY}}, true));
+        InvalidateBand();
     m_points.erase(m_points.begin() + Index);
     m_pointCount = static_cast<std::int16_t>(m_points.size());
     DrawShape();
@@ -612,6 +612,14 @@ void PatShape::Invalidate(const ShapeRect& r) const
 {
     if (m_picBoxDC != nullptr)
         m_picBoxDC->InvalidateRect(r);
+}
+
+void PatShape::InvalidateBand() const
+{
+    // The rubber band of a polygon being built runs from its last vertex to where the
+    // pointer last moved; there is none before the pointer moves.
+    if (!m_points.empty() && m_lastLineX != -1 && m_lastLineY != -1)
+        Invalidate(BoundingRect({m_points.back(), {m_lastLineX, m_lastLineY}}, true));
 }
 
 void PatShape::InvalidateRegion(const QRegion& r) const

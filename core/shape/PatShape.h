@@ -117,6 +117,7 @@ private:
     void CheckIndex(std::int16_t Index) const;
     void Invalidate(const ShapeRect& r) const;
     void InvalidateRegion(const QRegion& r) const;
+    void InvalidateBand() const;
     void Validate(const ShapeRect& r) const;
     void ValidateRegion(const QRegion& r) const;
     void RepaintNow() const;
