@@ -222,10 +222,11 @@ QString Lowered(const QString& Text)
     return lowered;
 }
 
-HtmlImporter::Result Failure(const QString& message)
+HtmlImporter::Result Failure(const QString& message, const QString& detail = QString())
 {
     HtmlImporter::Result result;
     result.message = message;
+    result.detail = detail;
     return result;
 }
 
@@ -309,11 +310,9 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
     if (name < 0)
         return Failure(QStringLiteral("Map name not found."));
     // The name is checked for but not used: the map keeps its own name.
-    if (name + 7 > length || text.indexOf(QLatin1Char('"'), name + 7) < 0) {
-        Result failed = Failure(ErrorMessage);
-        failed.detail = QStringLiteral("The map's name is not closed with a double quote.");
-        return failed;
-    }
+    if (name + 7 > length || text.indexOf(QLatin1Char('"'), name + 7) < 0)
+        return Failure(ErrorMessage,
+                       QStringLiteral("The map's name is not closed with a double quote."));
 
     std::vector<qsizetype> starts;
     // One matcher for every search: a plain indexOf on text this long rebuilds its skip
@@ -375,13 +374,9 @@ HtmlImporter::Result HtmlImporter::Convert(const QString& Text, const MapDocumen
             result.shapes.push_back(std::move(shape));
         }
     } catch (const TooManyAreas&) {
-        Result failed = Failure(ErrorMessage);
-        failed.detail = MapFile::TooManyShapesDetail();
-        return failed;
+        return Failure(ErrorMessage, MapFile::TooManyShapesDetail());
     } catch (const ConversionError& error) {
-        Result failed = Failure(ErrorMessage);
-        failed.detail = AreaDetail(i, error.kind);
-        return failed;
+        return Failure(ErrorMessage, AreaDetail(i, error.kind));
     } catch (const std::exception&) {
         return Failure(ErrorMessage);
     }
