@@ -81,6 +81,17 @@ std::optional<MapDocument> CliRunner::Open(const QString& Path)
     return std::move(read.document);
 }
 
+std::optional<QString> CliRunner::ReadCode(const QString& Path)
+{
+    QFile file(Path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        Fail({LoadFileMessage()}, file.errorString());
+        return std::nullopt;
+    }
+    const QByteArray bytes = file.readAll();
+    return MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
+}
+
 int CliRunner::SaveAs(const MapDocument& Document, const QString& Path)
 {
     const QString name = QDir::toNativeSeparators(QFileInfo(Path).absoluteFilePath());
@@ -121,16 +132,14 @@ int CliRunner::Import(const CliRequest& Request)
 {
     if (Request.keepText || Request.add || !Request.mapName.isEmpty())
         return ImportWithOptions(Request);
-    QFile code(Request.input);
-    if (!code.open(QIODevice::ReadOnly))
-        return Fail({LoadFileMessage()}, code.errorString());
-    const QByteArray bytes = code.readAll();
-    const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
+    const std::optional<QString> text = ReadCode(Request.input);
+    if (!text)
+        return 1;
 
     std::optional<MapDocument> document = Open(Request.into);
     if (!document)
         return 1;
-    const HtmlImporter::Result result = HtmlImporter::Convert(text, *document);
+    const HtmlImporter::Result result = HtmlImporter::Convert(*text, *document);
     if (!result.ok)
         return Fail({result.message}, result.detail);
     HtmlImporter::Apply(result, *document);

@@ -34,6 +34,8 @@ private:
 
     // The map at Path, or nothing after its messages were printed.
     std::optional<MapDocument> Open(const QString& Path);
+    // The code file at Path as text, or nothing after its message was printed.
+    std::optional<QString> ReadCode(const QString& Path);
     // Saves under Path's absolute name (which line 2 records).
     int SaveAs(const MapDocument& Document, const QString& Path);
     // Prints Messages, then Detail (the cause) on a line of its own when there is one.

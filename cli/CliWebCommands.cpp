@@ -6,10 +6,8 @@
 #include "core/interchange/LosslessImporter.h"
 #include "core/interchange/MapCheck.h"
 #include "core/interchange/MapFile.h"
-#include "core/interchange/MapTextCodec.h"
 #include "core/interchange/TestPage.h"
 
-#include <QFile>
 #include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -73,12 +71,9 @@ int CliRunner::ImportWithOptions(const CliRequest& Request)
         m_err.write("--map needs --keep-text\n" + CliRequest::Usage().toUtf8());
         return 2;
     }
-    QFile file(Request.input);
-    if (!file.open(QIODevice::ReadOnly))
-        return Fail({QStringLiteral("There was an error while trying to load the file.")},
-                    file.errorString());
-    const QByteArray bytes = file.readAll();
-    const QString text = MapTextCodec::Decode(bytes).value_or(QString::fromUtf8(bytes));
+    const std::optional<QString> text = ReadCode(Request.input);
+    if (!text)
+        return 1;
 
     std::optional<MapDocument> document = Open(Request.into);
     if (!document)
@@ -86,7 +81,7 @@ int CliRunner::ImportWithOptions(const CliRequest& Request)
     LosslessImporter::Result result;
     if (Request.keepText) {
         QString refusal;
-        const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(text, refusal);
+        const std::vector<HtmlMapReader::Map> maps = HtmlMapReader::ReadMaps(*text, refusal);
         if (!refusal.isEmpty())
             return Fail({refusal});
         std::size_t chosen = 0;
@@ -101,7 +96,7 @@ int CliRunner::ImportWithOptions(const CliRequest& Request)
         }
         result = LosslessImporter::Convert(maps, chosen, *document);
     } else {
-        const HtmlImporter::Result classic = HtmlImporter::Convert(text, *document);
+        const HtmlImporter::Result classic = HtmlImporter::Convert(*text, *document);
         if (!classic.ok)
             return Fail({classic.message}, classic.detail);
         result = LosslessImporter::FromClassic(classic, document->MapName);
