@@ -111,6 +111,28 @@ void BM_DragStep(benchmark::State& state)
     clock.Report(state);
 }
 
+// A pointer move with no button held over a crowded part of the map: the pointer's shape
+// shows what a press would do there, so every move looks for the shape under it.
+void BM_HoverStep(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    CanvasSurface& surface = map.canvas->Surface();
+    int step = 0;
+    Ratio clock;
+    for (auto _ : state) {
+        const QPoint at(100 + step % 600, 100 + step * 7 % 400);
+        ++step;
+        clock.measured += Ratio::Time([&] {
+            SendMouse(&surface, QEvent::MouseMove, at, Qt::NoButton);
+            QApplication::processEvents();
+        });
+        state.PauseTiming();
+        clock.baseline += PictureFillMs(surface.Background(), VisiblePart(surface));
+        state.ResumeTiming();
+    }
+    clock.Report(state);
+}
+
 // What the user waits for when the window is repainted with nothing changed.
 void BM_WindowRepaint(benchmark::State& state)
 {
@@ -233,6 +255,7 @@ BENCHMARK(BM_FullRepaint) MAP_SIZES;
 BENCHMARK(BM_FullRepaintCold) MAP_SIZES;
 BENCHMARK(BM_PressAndRelease) MAP_SIZES;
 BENCHMARK(BM_DragStep) MAP_SIZES;
+BENCHMARK(BM_HoverStep) MAP_SIZES;
 BENCHMARK(BM_ZoomStep) MAP_SIZES;
 BENCHMARK(BM_Delete) MAP_SIZES;
 BENCHMARK(BM_Cut) MAP_SIZES;
