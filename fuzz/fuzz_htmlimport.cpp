@@ -6,6 +6,7 @@
 
 #include <QRegularExpression>
 #include <QString>
+#include <QStringView>
 #include <cstddef>
 #include <cstdint>
 
@@ -19,9 +20,13 @@ namespace {
 
 // The classic code writes values as they are, inside double quotes: a value with a quote,
 // an angle bracket or a line break in it, or with something that reads as a further
-// attribute (a blank and later an equals sign), cannot come back unchanged.
+// attribute (a blank and later an equals sign), cannot come back unchanged. Nor can half a
+// character: a value without quotes loses its first code unit, which may be the first half
+// of a pair, and the other half alone is no text to write or lower-case.
 bool Carried(const QString& Value)
 {
+    if (!QStringView(Value).isValidUtf16())
+        return false;
     static const QRegularExpression breaks(QStringLiteral("[\"<>\r\n\t]| .*="),
                                            QRegularExpression::DotMatchesEverythingOption);
     return !breaks.match(Value).hasMatch();
