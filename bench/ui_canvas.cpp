@@ -89,26 +89,35 @@ void BM_FullRepaintCold(benchmark::State& state)
     clock.Report(state);
 }
 
-void BM_DragStep(benchmark::State& state)
+// Times one pointer move to At(step) per iteration, with Buttons held, against filling the
+// visible part with the picture alone.
+template <typename Place>
+void TimeMoves(benchmark::State& state, CanvasSurface& surface, Qt::MouseButtons Buttons, Place At)
 {
-    BenchMap map(static_cast<int>(state.range(0)));
-    CanvasSurface& surface = map.canvas->Surface();
-    SendMouse(&surface, QEvent::MouseButtonPress, {30, 20}, Qt::LeftButton);
     int step = 0;
     Ratio clock;
     for (auto _ : state) {
-        // Back and forth, so the shape stays where the picture is.
-        const QPoint at(30 + (step++ % 2 == 0 ? 3 : 0), 20);
+        const QPoint at = At(step++);
         clock.measured += Ratio::Time([&] {
-            SendMouse(&surface, QEvent::MouseMove, at, Qt::LeftButton);
+            SendMouse(&surface, QEvent::MouseMove, at, Buttons);
             QApplication::processEvents();
         });
         state.PauseTiming();
         clock.baseline += PictureFillMs(surface.Background(), VisiblePart(surface));
         state.ResumeTiming();
     }
-    SendMouse(&surface, QEvent::MouseButtonRelease, {30, 20}, Qt::NoButton);
     clock.Report(state);
+}
+
+void BM_DragStep(benchmark::State& state)
+{
+    BenchMap map(static_cast<int>(state.range(0)));
+    CanvasSurface& surface = map.canvas->Surface();
+    SendMouse(&surface, QEvent::MouseButtonPress, {30, 20}, Qt::LeftButton);
+    // Back and forth, so the shape stays where the picture is.
+    TimeMoves(state, surface, Qt::LeftButton,
+              [](int step) { return QPoint(30 + (step % 2 == 0 ? 3 : 0), 20); });
+    SendMouse(&surface, QEvent::MouseButtonRelease, {30, 20}, Qt::NoButton);
 }
 
 // A pointer move with no button held over a crowded part of the map: the pointer's shape
@@ -116,21 +125,8 @@ void BM_DragStep(benchmark::State& state)
 void BM_HoverStep(benchmark::State& state)
 {
     BenchMap map(static_cast<int>(state.range(0)));
-    CanvasSurface& surface = map.canvas->Surface();
-    int step = 0;
-    Ratio clock;
-    for (auto _ : state) {
-        const QPoint at(100 + step % 600, 100 + step * 7 % 400);
-        ++step;
-        clock.measured += Ratio::Time([&] {
-            SendMouse(&surface, QEvent::MouseMove, at, Qt::NoButton);
-            QApplication::processEvents();
-        });
-        state.PauseTiming();
-        clock.baseline += PictureFillMs(surface.Background(), VisiblePart(surface));
-        state.ResumeTiming();
-    }
-    clock.Report(state);
+    TimeMoves(state, map.canvas->Surface(), Qt::NoButton,
+              [](int step) { return QPoint(100 + step % 600, 100 + step * 7 % 400); });
 }
 
 // What the user waits for when the window is repainted with nothing changed.
